@@ -1,0 +1,189 @@
+/*
+ * framekit: per-frame video processing, flat C interface.
+ *
+ * Frames belong to the caller: a pointer to packed pixels plus width and height in pixels as
+ * 32-bit signed integers. Nothing keeps a frame pointer after a call returns, and no frame
+ * function allocates.
+ *
+ * Pixel formats
+ *   RGB24  3 bytes a pixel: blue, green, red.
+ *   RGB32  4 bytes a pixel: blue, green, red, fourth byte (alpha or unused).
+ *   YUY2   packed 4:2:2, groups of Y0, U, Y1, V for two pixels.
+ *
+ * Row strides (32-bit signed arithmetic, truncating division). Each function names its rule:
+ *   aligned bitmap stride    ((width * bits + 31) / 32) * 4, bits 24, 32 or 16 (YUY2);
+ *                            0 for width 0.
+ *   aligned row stride       ((n - 1) / 4) * 4 + 4 for a row of n = 3 * width (RGB24) or
+ *                            4 * width (RGB32) bytes; 4 for width 0.
+ *   packed                   bytes per pixel * width.
+ * The aligned rules agree for every width >= 1: the row bytes rounded up to a multiple of 4.
+ *
+ * Orientation: rows are indexed in memory order (row 0 is the first row in memory).
+ *
+ * Rectangles are FrameKitRect (laid out like the Windows RECT): right and bottom exclusive.
+ * Colours are 0x00RRGGBB: bits 0-7 go to pixel byte 0 (blue), 8-15 to byte 1, 16-23 to byte 2;
+ * bits 24-31 are ignored.
+ *
+ * Results: functions that return a status return the status of the last primitive they call:
+ *   0 success, 20 Init on a processor of another vendor, 35 odd size of a 4:2:0 conversion,
+ *   36 Init on a processor that cannot be identified, -6 size error (width or height <= 0, or a
+ *   flip about an axis along which the frame has one row or column), -8 null pointer,
+ *   -21 flip axis other than 0, 1 or 2.
+ * Nothing checks a rectangle, a cut size or a stride against the frame: a region outside the
+ * frame reads or writes outside the caller's buffer. Bytes of a row past its pixels (stride
+ * padding) are never written.
+ */
+#ifndef FRAMEKIT_FRAMEKIT_H_
+#define FRAMEKIT_FRAMEKIT_H_
+
+#include <stdint.h>
+#ifndef __cplusplus
+#include <uchar.h> /* char16_t */
+#endif
+
+/* Windows: the names come from the DLL (the library itself and programs that link its objects
+ * directly define FRAMEKIT_NO_DLLIMPORT). Elsewhere: default visibility, the version script
+ * decides what is exported. */
+#if defined(_WIN32)
+#if defined(FRAMEKIT_NO_DLLIMPORT)
+#define FRAMEKIT_EXPORT
+#else
+#define FRAMEKIT_EXPORT __declspec(dllimport)
+#endif
+#else
+#define FRAMEKIT_EXPORT __attribute__((visibility("default")))
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#define FRAMEKIT_NOEXCEPT noexcept
+#else
+#define FRAMEKIT_NOEXCEPT
+#endif
+
+/* A rectangle laid out like the Windows RECT. */
+typedef struct FrameKitRect {
+  int32_t left;
+  int32_t top;
+  int32_t right;  /* exclusive */
+  int32_t bottom; /* exclusive */
+} FrameKitRect;
+
+/* ---- Initialisation ---------------------------------------------------------------------- */
+
+/* Identifies the processor and selects the processor class (0-6) whose primitive variants every
+ * later call uses; until the first call every primitive runs its baseline (class 0) variant.
+ * Returns 0 on a "GenuineIntel" processor and 20 on any other vendor (the chosen class is in
+ * force either way), 36 if the processor cannot be identified (class 0). May be called again; it
+ * stores the same class. Call it before frame functions run on other threads: the class is
+ * stored without a lock. */
+FRAMEKIT_EXPORT int32_t Init(void) FRAMEKIT_NOEXCEPT;
+
+/* Calls Init and returns its result. */
+FRAMEKIT_EXPORT int32_t KXDInit(void) FRAMEKIT_NOEXCEPT;
+
+/* ---- Primitive memory and copy ----------------------------------------------------------- */
+
+/* Allocates an RGB24 image of width x height. The row step, 3 * width rounded up to a multiple of
+ * 64, is stored in *step; the result is 64-byte aligned. Returns null (and writes nothing) when
+ * step is null; returns null with *step = 0 when width or height <= 0; returns null when
+ * step * height, as a 32-bit signed product, is below 1, or when memory runs out.
+ * Release with zqippiFree only. */
+FRAMEKIT_EXPORT uint8_t* zqippiMalloc_8u_C3(int32_t width, int32_t height,
+                                            int32_t* step) FRAMEKIT_NOEXCEPT;
+
+/* Releases an image from zqippiMalloc_8u_C3; null does nothing. Any other pointer is undefined. */
+FRAMEKIT_EXPORT void zqippiFree(void* p) FRAMEKIT_NOEXCEPT;
+
+/* Copies width x height RGB24 pixels (3 * width bytes a row) from src to dst, each stepping by
+ * its own step (signed byte distance between rows; not checked). Row padding is not touched.
+ * Returns 0, -8 for a null src or dst, -6 for width or height <= 0. */
+FRAMEKIT_EXPORT int32_t zqippiCopy_8u_C3R(const uint8_t* src, int32_t src_step, uint8_t* dst,
+                                          int32_t dst_step, int32_t width,
+                                          int32_t height) FRAMEKIT_NOEXCEPT;
+
+/* ---- Flip -------------------------------------------------------------------------------- */
+/* The names follow the axis, not the movement: FlipHorizontal* turns the picture upside down
+ * (reverses the row order), FlipVertical* mirrors it left to right. All use the aligned bitmap
+ * stride of their format. Result: 0, -8 null frame, -6 width or height <= 0, and -6 when the
+ * frame has a single row (FlipHorizontal*) or a single column (FlipVertical*), which is left
+ * unchanged. The Ex forms write into a separate dst of the same layout; src and dst must not
+ * overlap. */
+
+/* RGB24 in place, rows reversed. Stride: aligned bitmap stride (24 bits). */
+FRAMEKIT_EXPORT int32_t FlipHorizontalRGB24(uint8_t* frame, int32_t width,
+                                            int32_t height) FRAMEKIT_NOEXCEPT;
+/* RGB24 in place, each row reversed pixel by pixel. Stride: aligned bitmap stride (24 bits). */
+FRAMEKIT_EXPORT int32_t FlipVerticalRGB24(uint8_t* frame, int32_t width,
+                                          int32_t height) FRAMEKIT_NOEXCEPT;
+/* RGB32 in place, rows reversed. Stride: 4 * width. */
+FRAMEKIT_EXPORT int32_t FlipHorizontalRGB32(uint8_t* frame, int32_t width,
+                                            int32_t height) FRAMEKIT_NOEXCEPT;
+/* RGB32 in place, each row reversed; all four bytes of a pixel move together. Stride: 4 * width. */
+FRAMEKIT_EXPORT int32_t FlipVerticalRGB32(uint8_t* frame, int32_t width,
+                                          int32_t height) FRAMEKIT_NOEXCEPT;
+/* RGB32 from src into dst, rows reversed. Stride: 4 * width for both. */
+FRAMEKIT_EXPORT int32_t FlipHorizontalRGB32Ex(const uint8_t* src, uint8_t* dst, int32_t width,
+                                              int32_t height) FRAMEKIT_NOEXCEPT;
+/* RGB32 from src into dst, each row reversed. Stride: 4 * width for both. */
+FRAMEKIT_EXPORT int32_t FlipVerticalRGB32Ex(const uint8_t* src, uint8_t* dst, int32_t width,
+                                            int32_t height) FRAMEKIT_NOEXCEPT;
+/* YUY2 in place, rows reversed; a row is handled as 2 * width bytes. Stride: aligned bitmap
+ * stride (16 bits), e.g. 8 bytes for width 3. There is no left-to-right YUY2 flip. */
+FRAMEKIT_EXPORT int32_t FlipHorizontalYUY2(uint8_t* frame, int32_t width,
+                                           int32_t height) FRAMEKIT_NOEXCEPT;
+/* YUY2 from src into dst, rows reversed. Stride: aligned bitmap stride (16 bits) for both. */
+FRAMEKIT_EXPORT int32_t FlipHorizontalYUY2Ex(const uint8_t* src, uint8_t* dst, int32_t width,
+                                             int32_t height) FRAMEKIT_NOEXCEPT;
+
+/* ---- Crop, cut, fill --------------------------------------------------------------------- */
+
+/* Copies rect out of an RGB24 frame into dst, a frame of exactly the rectangle's size.
+ * Strides: aligned row stride of width for src, of (right - left) for dst. The first source
+ * pixel is src + top * stride + left * 3 (32-bit products); rows count in memory order, so in a
+ * bottom-up frame top counts from the bottom. height is not used. rect is not checked against
+ * the frame (it must be inside); rect itself must not be null.
+ * Result: 0, -8 null src or dst, -6 when right <= left or bottom <= top (nothing written). */
+FRAMEKIT_EXPORT int32_t Crop24(const uint8_t* src, int32_t width, int32_t height, uint8_t* dst,
+                               const FrameKitRect* rect) FRAMEKIT_NOEXCEPT;
+/* Crop24 for RGB32 frames (4 bytes a pixel, all four copied). Strides: 4 * width and
+ * 4 * (right - left). */
+FRAMEKIT_EXPORT int32_t Crop32(const uint8_t* src, int32_t width, int32_t height, uint8_t* dst,
+                               const FrameKitRect* rect) FRAMEKIT_NOEXCEPT;
+
+/* Copies an RGB24 frame without its last cut_width columns and its last cut_height rows (memory
+ * order) into dst. Strides: aligned row stride of width for src, of (width - cut_width) for dst.
+ * Copies nothing when height - cut_height < 1 or width - cut_width < 1. No pointer or size is
+ * checked; no result. */
+FRAMEKIT_EXPORT void ImageCutRGB24(const uint8_t* src, int32_t width, int32_t height, uint8_t* dst,
+                                   int32_t cut_width, int32_t cut_height) FRAMEKIT_NOEXCEPT;
+/* ImageCutRGB24 for RGB32 frames (all four bytes of a pixel copied). Strides: 4 * width and
+ * 4 * (width - cut_width). */
+FRAMEKIT_EXPORT void ImageCutRGB32(const uint8_t* src, int32_t width, int32_t height, uint8_t* dst,
+                                   int32_t cut_width, int32_t cut_height) FRAMEKIT_NOEXCEPT;
+
+/* Sets every pixel of rect in an RGB24 frame to colour (0x00RRGGBB: bytes 0xBB, 0xGG, 0xRR).
+ * Stride: aligned row stride. height is not used; rect is not checked against the frame and must
+ * not be null. Result: 0, -8 null frame, -6 when right <= left or bottom <= top. */
+FRAMEKIT_EXPORT int32_t FillColor(uint8_t* frame, int32_t width, int32_t height,
+                                  const FrameKitRect* rect, uint32_t colour) FRAMEKIT_NOEXCEPT;
+
+/* ---- Image saving ------------------------------------------------------------------------ */
+/* File names are UTF-16 (char16_t, zero-terminated) on every platform; on Linux they are
+ * converted to UTF-8 for the file system. The file is always a BMP, whatever its extension.
+ * The first row in memory becomes the top row of the image. Failures are not reported (on
+ * Windows they stay in GDI+'s status; the host must have started GDI+). */
+
+/* Saves width x height RGB24 pixels, rows at the aligned row stride, as a 24-bit BMP. */
+FRAMEKIT_EXPORT void SaveImageRGB24(const uint8_t* pixels, int32_t width, int32_t height,
+                                    const char16_t* file_name) FRAMEKIT_NOEXCEPT;
+/* Saves width x height RGB32 pixels (rows of 4 * width bytes, the fourth byte as alpha) as a
+ * BMP. */
+FRAMEKIT_EXPORT void SaveImageRGB32(const uint8_t* pixels, int32_t width, int32_t height,
+                                    const char16_t* file_name) FRAMEKIT_NOEXCEPT;
+
+#ifdef __cplusplus
+}  /* extern "C" */
+#endif
+
+#endif /* FRAMEKIT_FRAMEKIT_H_ */

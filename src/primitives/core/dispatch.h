@@ -1,0 +1,107 @@
+// Variant tables and the processor-class index.
+//
+// Every primitive has one function type and a table of 7 entries, one per processor class. The
+// table is built at compile time from the variants that exist: each class gets the best level it
+// guarantees. The dispatch entry is one relaxed load of the index and one indexed jump.
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+
+namespace framekit::prim {
+
+// Instruction-set levels that variants are written for.
+enum Level : int { kLevelRef, kLevelSse2, kLevelSsse3, kLevelSse41, kLevelAvx, kLevelAvx2 };
+
+// The highest level each processor class guarantees. Class 3 (SSSE3 with MOVBE) gets the SSSE3
+// bodies of class 2.
+inline constexpr Level kClassLevel[7] = {kLevelRef,   kLevelSse2, kLevelSsse3, kLevelSsse3,
+                                         kLevelSse41, kLevelAvx,  kLevelAvx2};
+
+template <typename Fn>
+using Table = std::array<Fn, 7>;
+
+// The variants of one primitive by level; absent levels stay null.
+template <typename Fn>
+struct Variants {
+  Fn ref = nullptr;
+  Fn sse2 = nullptr;
+  Fn ssse3 = nullptr;
+  Fn sse41 = nullptr;
+  Fn avx = nullptr;
+  Fn avx2 = nullptr;
+};
+
+namespace detail {
+// Called only when a table lacks its reference: not constexpr, so the build fails.
+inline void TableNeedsAReference() {}
+}  // namespace detail
+
+template <typename Fn>
+consteval Table<Fn> BuildTable(Variants<Fn> v) {
+  if (v.ref == nullptr) detail::TableNeedsAReference();
+  const Fn by_level[] = {v.ref, v.sse2, v.ssse3, v.sse41, v.avx, v.avx2};
+  Table<Fn> t{};
+  for (int c = 0; c < 7; ++c) {
+    Fn best = v.ref;
+    for (int l = 0; l <= kClassLevel[c]; ++l) {
+      if (by_level[l] != nullptr) best = by_level[l];
+    }
+    t[static_cast<size_t>(c)] = best;
+  }
+  return t;
+}
+
+// Variant names from other levels exist only in x86 builds.
+#if defined(__x86_64__) || defined(_M_X64)
+#define FK_X86(name) name
+#else
+#define FK_X86(name) nullptr
+#endif
+
+// Processor-class index: 0 at load, written by Init only (and by tests through the setter).
+extern std::atomic<int32_t> g_class_index;
+extern std::atomic<uint64_t> g_enabled_features;
+
+inline int32_t ClassIndex() { return g_class_index.load(std::memory_order_relaxed); }
+inline uint64_t EnabledFeatures() { return g_enabled_features.load(std::memory_order_relaxed); }
+
+// Detects the processor and stores class and enabled-feature mask; returns the Init status.
+int32_t InitDispatch();
+
+// The highest class the running processor can execute (what Init would choose).
+int DetectedClass();
+
+// Test hook: forces a class. The caller must only pick classes the machine can run.
+void SetClassIndexForTesting(int32_t cls);
+
+// Every table registers itself so a test can find tables that no variant test covers.
+struct TableInfo {
+  const char* name;
+  const void* entries[7];
+};
+
+class TableRegistrar {
+ public:
+  template <typename Fn>
+  TableRegistrar(const char* name, const Table<Fn>& table) {
+    TableInfo info{name, {}};
+    for (size_t i = 0; i < 7; ++i) info.entries[i] = reinterpret_cast<const void*>(table[i]);
+    Add(info);
+  }
+
+ private:
+  static void Add(const TableInfo& info);
+};
+
+// All registered tables, in registration order.
+const TableInfo* RegisteredTables(int* count);
+
+}  // namespace framekit::prim
+
+// Defines a primitive's table from its variants and registers it under the primitive's name.
+#define FK_PRIMITIVE_TABLE(table_name, prim_name, Fn, ...)                          \
+  constinit const ::framekit::prim::Table<Fn> table_name =                         \
+      ::framekit::prim::BuildTable<Fn>(::framekit::prim::Variants<Fn>{__VA_ARGS__}); \
+  static const ::framekit::prim::TableRegistrar table_name##_registrar(#prim_name, table_name)

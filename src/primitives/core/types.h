@@ -1,0 +1,40 @@
+// Status codes and the plain argument types every primitive shares.
+#pragma once
+
+#include <cstdint>
+
+namespace framekit::prim {
+
+using Status = int32_t;
+
+inline constexpr Status ippStsNoErr = 0;
+inline constexpr Status ippStsNonIntelCpu = 20;  // Init: another vendor; the class is in force.
+inline constexpr Status ippStsDoubleSize = 35;   // 4:2:0 conversion: odd size, even part done.
+inline constexpr Status ippStsNoOperation = 36;  // Init: the processor cannot be identified.
+inline constexpr Status ippStsSizeErr = -6;
+inline constexpr Status ippStsNullPtrErr = -8;
+inline constexpr Status ippStsStepErr = -14;
+inline constexpr Status ippStsMirrorFlipErr = -21;
+inline constexpr Status ippStsInterpolationErr = -22;
+inline constexpr Status ippStsResizeFactorErr = -23;
+
+// A region size in pixels, passed by value: width then height.
+struct Size {
+  int32_t width;
+  int32_t height;
+};
+
+// A region {x, y, width, height} in pixels.
+struct Rect {
+  int32_t x;
+  int32_t y;
+  int32_t width;
+  int32_t height;
+};
+
+// Mirror axes.
+inline constexpr int32_t kAxisHorizontal = 0;  // rows reversed
+inline constexpr int32_t kAxisVertical = 1;    // pixels reversed within each row
+inline constexpr int32_t kAxisBoth = 2;        // half turn
+
+}  // namespace framekit::prim

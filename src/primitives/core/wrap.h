@@ -1,0 +1,31 @@
+// 32-bit wrapping arithmetic without undefined behaviour. The interface defines several
+// products (strides, offsets, pixel counts) as 32-bit signed values that may wrap; these helpers
+// compute them in unsigned arithmetic and convert back, which is exact two's complement.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace framekit {
+
+constexpr int32_t WrapMul(int32_t a, int32_t b) {
+  return static_cast<int32_t>(static_cast<uint32_t>(a) * static_cast<uint32_t>(b));
+}
+constexpr int32_t WrapAdd(int32_t a, int32_t b) {
+  return static_cast<int32_t>(static_cast<uint32_t>(a) + static_cast<uint32_t>(b));
+}
+constexpr int32_t WrapSub(int32_t a, int32_t b) {
+  return static_cast<int32_t>(static_cast<uint32_t>(a) - static_cast<uint32_t>(b));
+}
+// Signed division truncating toward zero; INT32_MIN / -1 wraps to INT32_MIN instead of trapping.
+constexpr int32_t WrapDiv(int32_t a, int32_t b) {
+  return (b == -1) ? WrapSub(0, a) : a / b;
+}
+
+// Moves a pointer by a signed byte offset (row step times row index and the like).
+template <typename T>
+constexpr T* Offset(T* p, int64_t bytes) {
+  return p + bytes;
+}
+
+}  // namespace framekit
