@@ -44,7 +44,7 @@ Status Crop(PixelBytes bpp, const uint8_t* src, int32_t width, uint8_t* dst,
   const int32_t dst_stride = RowByteStride(WrapMul(b, region.width));
   // The offset is a 32-bit signed product, as the host computes it.
   const int32_t offset = WrapAdd(WrapMul(rect.top, src_stride), WrapMul(rect.left, b));
-  const uint8_t* first = src + offset;
+  const uint8_t* first = OffsetAddress(src, offset);
   if (bpp == PixelBytes::kRGB24) {
     return prim::ippiCopy_8u_C3R(first, src_stride, dst, dst_stride, region);
   }
@@ -71,7 +71,7 @@ Status Fill(uint8_t* frame, int32_t width, const HostRect& rect, uint32_t colour
                             static_cast<uint8_t>(colour >> 16)};
   const int32_t stride = RowByteStrideRGB24(width);
   const int32_t offset = WrapAdd(WrapMul(rect.top, stride), WrapMul(rect.left, 3));
-  return prim::ippiSet_8u_C3R(value, frame + offset, stride,
+  return prim::ippiSet_8u_C3R(value, OffsetAddress(frame, offset), stride,
                               {WrapSub(rect.right, rect.left), WrapSub(rect.bottom, rect.top)});
 }
 

@@ -28,4 +28,14 @@ constexpr T* Offset(T* p, int64_t bytes) {
   return p + bytes;
 }
 
+// Moves a frame pointer by a signed byte offset in address arithmetic. Rectangle offsets are
+// applied before any check, so a null frame with a nonzero offset reaches the primitive as a
+// non-null address, and an offset may point outside the frame; neither is undefined this way.
+template <typename T>
+T* OffsetAddress(T* p, int32_t bytes) {
+  const uintptr_t address = reinterpret_cast<uintptr_t>(p) + static_cast<uintptr_t>(
+                                                                 static_cast<intptr_t>(bytes));
+  return reinterpret_cast<T*>(address);
+}
+
 }  // namespace framekit
