@@ -36,8 +36,7 @@ Status FlipYUY2RowsInto(const uint8_t* src, uint8_t* dst, int32_t width, int32_t
                                  prim::kAxisHorizontal);
 }
 
-Status Crop(PixelBytes bpp, const uint8_t* src, int32_t width, uint8_t* dst,
-            const HostRect& rect) {
+Status Crop(PixelBytes bpp, const uint8_t* src, int32_t width, uint8_t* dst, const HostRect& rect) {
   const int32_t b = static_cast<int32_t>(bpp);
   const prim::Size region{WrapSub(rect.right, rect.left), WrapSub(rect.bottom, rect.top)};
   const int32_t src_stride = RowByteStride(WrapMul(b, width));

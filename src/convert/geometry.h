@@ -23,8 +23,7 @@ enum class PixelBytes : int32_t { kRGB24 = 3, kRGB32 = 4 };
 
 Status FlipRGB24(uint8_t* frame, int32_t width, int32_t height, int32_t axis);
 Status FlipRGB32(uint8_t* frame, int32_t width, int32_t height, int32_t axis);
-Status FlipRGB32Into(const uint8_t* src, uint8_t* dst, int32_t width, int32_t height,
-                     int32_t axis);
+Status FlipRGB32Into(const uint8_t* src, uint8_t* dst, int32_t width, int32_t height, int32_t axis);
 Status FlipYUY2Rows(uint8_t* frame, int32_t width, int32_t height);
 Status FlipYUY2RowsInto(const uint8_t* src, uint8_t* dst, int32_t width, int32_t height);
 

@@ -122,7 +122,8 @@ TEST(Flip, EveryExportAgainstIndexArithmetic) {
       f = yuy2;
       EXPECT_EQ(FlipHorizontalYUY2(f.data(), w, h), 0);
       EXPECT_EQ(f, Mirrored(yuy2, 2 * w, h, 1, s16, true, false)) << w << "x" << h;
-      std::vector<uint8_t> y(yuy2.size(), 0x5A), want = Mirrored(yuy2, 2 * w, h, 1, s16, true, false);
+      std::vector<uint8_t> y(yuy2.size(), 0x5A),
+          want = Mirrored(yuy2, 2 * w, h, 1, s16, true, false);
       for (int r = 0; r < h; ++r) std::memset(&want[r * s16 + 2 * w], 0x5A, s16 - 2 * w);
       EXPECT_EQ(FlipHorizontalYUY2Ex(yuy2.data(), y.data(), w, h), 0);
       EXPECT_EQ(y, want) << "Ex form leaves destination padding alone, " << w << "x" << h;
@@ -158,8 +159,8 @@ TEST(Crop, Rgb32AndEmptyRectangles) {
   EXPECT_EQ(std::memcmp(&dst[0], &src[1 * 24 + 8], 12), 0);
   EXPECT_EQ(std::memcmp(&dst[12], &src[2 * 24 + 8], 12), 0);
   const auto before = dst;
-  for (const FrameKitRect bad : {FrameKitRect{2, 1, 2, 3}, FrameKitRect{2, 3, 5, 3},
-                                 FrameKitRect{4, 1, 2, 3}}) {
+  for (const FrameKitRect bad :
+       {FrameKitRect{2, 1, 2, 3}, FrameKitRect{2, 3, 5, 3}, FrameKitRect{4, 1, 2, 3}}) {
     EXPECT_EQ(Crop24(src.data(), 6, 4, dst.data(), &bad), -6);
     EXPECT_EQ(Crop32(src.data(), 6, 4, dst.data(), &bad), -6);
   }

@@ -101,7 +101,7 @@ const TableInfo* RegisteredTables(int* count);
 }  // namespace framekit::prim
 
 // Defines a primitive's table from its variants and registers it under the primitive's name.
-#define FK_PRIMITIVE_TABLE(table_name, prim_name, Fn, ...)                          \
-  constinit const ::framekit::prim::Table<Fn> table_name =                         \
+#define FK_PRIMITIVE_TABLE(table_name, prim_name, Fn, ...)                           \
+  constinit const ::framekit::prim::Table<Fn> table_name =                           \
       ::framekit::prim::BuildTable<Fn>(::framekit::prim::Variants<Fn>{__VA_ARGS__}); \
   static const ::framekit::prim::TableRegistrar table_name##_registrar(#prim_name, table_name)

@@ -18,9 +18,7 @@ constexpr int32_t WrapSub(int32_t a, int32_t b) {
   return static_cast<int32_t>(static_cast<uint32_t>(a) - static_cast<uint32_t>(b));
 }
 // Signed division truncating toward zero; INT32_MIN / -1 wraps to INT32_MIN instead of trapping.
-constexpr int32_t WrapDiv(int32_t a, int32_t b) {
-  return (b == -1) ? WrapSub(0, a) : a / b;
-}
+constexpr int32_t WrapDiv(int32_t a, int32_t b) { return (b == -1) ? WrapSub(0, a) : a / b; }
 
 // Moves a pointer by a signed byte offset (row step times row index and the like).
 template <typename T>
@@ -33,8 +31,8 @@ constexpr T* Offset(T* p, int64_t bytes) {
 // non-null address, and an offset may point outside the frame; neither is undefined this way.
 template <typename T>
 T* OffsetAddress(T* p, int32_t bytes) {
-  const uintptr_t address = reinterpret_cast<uintptr_t>(p) + static_cast<uintptr_t>(
-                                                                 static_cast<intptr_t>(bytes));
+  const uintptr_t address =
+      reinterpret_cast<uintptr_t>(p) + static_cast<uintptr_t>(static_cast<intptr_t>(bytes));
   return reinterpret_cast<T*>(address);
 }
 

@@ -1,10 +1,11 @@
 // Processor detection over captured CPUID values, class rules in order, and Init.
+#include "primitives/core/cpu.h"
+
 #include <gtest/gtest.h>
 
 #include <cstring>
 
 #include "framekit/framekit.h"
-#include "primitives/core/cpu.h"
 #include "primitives/core/dispatch.h"
 
 namespace framekit::prim {
@@ -128,7 +129,8 @@ TEST(CpuClass, OddProcessors) {
 }
 
 TEST(CpuInit, EnabledMaskAndVendorStatus) {
-  const CpuSnapshot avx2 = Cpu(kAvxCpu | kFma | (1u << 25), 0x07800000u | (1u << 26), kAvx2Group7 | (1u << 19));
+  const CpuSnapshot avx2 =
+      Cpu(kAvxCpu | kFma | (1u << 25), 0x07800000u | (1u << 26), kAvx2Group7 | (1u << 19));
   const InitOutcome intel = DecideInit(avx2);
   EXPECT_EQ(intel.processor_class, 6);
   EXPECT_EQ(intel.enabled_features, BuildFeatureMask(avx2) & 0xFEFFFu);

@@ -1,4 +1,6 @@
 // Primitive memory: step, size, overflow, alignment and block-address rules, through the hooks.
+#include "primitives/core/memory.h"
+
 #include <gtest/gtest.h>
 
 #include <climits>
@@ -7,7 +9,6 @@
 #include <vector>
 
 #include "framekit/framekit.h"
-#include "primitives/core/memory.h"
 
 namespace framekit::prim {
 namespace {
@@ -126,7 +127,7 @@ TEST(PrimitiveCopyExport, CopiesRowsAndReportsLikeThePrimitive) {
   for (int i = 0; i < 14; ++i) src[i] = static_cast<uint8_t>(i + 1);
   std::memset(dst, 0xEE, sizeof dst);
   EXPECT_EQ(zqippiCopy_8u_C3R(src, 7, dst, 9, 2, 2), 0);
-  const uint8_t expected[18] = {1, 2, 3, 4, 5, 6, 0xEE, 0xEE, 0xEE,
+  const uint8_t expected[18] = {1, 2, 3,  4,  5,  6,  0xEE, 0xEE, 0xEE,
                                 8, 9, 10, 11, 12, 13, 0xEE, 0xEE, 0xEE};
   EXPECT_EQ(std::memcmp(dst, expected, sizeof dst), 0);
   EXPECT_EQ(zqippiCopy_8u_C3R(nullptr, 7, dst, 9, 2, 2), -8);

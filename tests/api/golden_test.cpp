@@ -1,0 +1,130 @@
+// The same inputs give the same bytes on every platform and processor class:
+// each export runs on a deterministic frame under every class this machine can
+// run, and the FNV-1a hash of its output must equal the value recorded here.
+// The Linux and the Windows builds run this same table.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "framekit/framekit.h"
+#include "primitives/core/dispatch.h"
+
+namespace framekit {
+namespace {
+
+// A fixed frame from a fixed 32-bit LCG, identical everywhere.
+std::vector<uint8_t> Frame(size_t n, uint32_t seed) {
+  std::vector<uint8_t> v(n);
+  uint32_t s = seed;
+  for (auto &b : v) {
+    s = s * 1664525u + 1013904223u;
+    b = static_cast<uint8_t>(s >> 24);
+  }
+  return v;
+}
+
+uint64_t Fnv1a(const std::vector<uint8_t> &bytes, int32_t status) {
+  uint64_t h = 1469598103934665603ull;
+  auto mix = [&h](uint8_t b) { h = (h ^ b) * 1099511628211ull; };
+  for (uint8_t b : bytes) mix(b);
+  for (int i = 0; i < 4; ++i) mix(static_cast<uint8_t>(static_cast<uint32_t>(status) >> (8 * i)));
+  return h;
+}
+
+struct GoldenCase {
+  const char *name;
+  uint64_t hash;
+  std::function<uint64_t()> run;
+};
+
+// 77 x 13 frames: odd width, so the three stride rules disagree.
+constexpr int32_t kW = 77, kH = 13;
+
+std::vector<GoldenCase> Cases() {
+  auto in_place = [](int32_t (*f)(uint8_t *, int32_t, int32_t), size_t size, uint32_t seed) {
+    return [=] {
+      auto frame = Frame(size, seed);
+      const int32_t s = f(frame.data(), kW, kH);
+      return Fnv1a(frame, s);
+    };
+  };
+  auto two_buffer = [](int32_t (*f)(const uint8_t *, uint8_t *, int32_t, int32_t), size_t size,
+                       uint32_t seed) {
+    return [=] {
+      const auto src = Frame(size, seed);
+      auto dst = Frame(size, seed + 1);
+      const int32_t s = f(src.data(), dst.data(), kW, kH);
+      return Fnv1a(dst, s);
+    };
+  };
+  const size_t rgb24 = 232 * kH, rgb32 = 4 * kW * kH, yuy2 = 156 * kH;
+  const FrameKitRect rect{5, 2, 70, 11};
+  return {
+      {"FlipHorizontalRGB24", 0x5be148dc805cb6aeull, in_place(&FlipHorizontalRGB24, rgb24, 1)},
+      {"FlipVerticalRGB24", 0xb34d0eddaa28f09full, in_place(&FlipVerticalRGB24, rgb24, 2)},
+      {"FlipHorizontalRGB32", 0x41bdb705eac37ad2ull, in_place(&FlipHorizontalRGB32, rgb32, 3)},
+      {"FlipVerticalRGB32", 0x248bc976dee7f15cull, in_place(&FlipVerticalRGB32, rgb32, 4)},
+      {"FlipHorizontalYUY2", 0x60179f0f179e8e6eull, in_place(&FlipHorizontalYUY2, yuy2, 5)},
+      {"FlipHorizontalRGB32Ex", 0xfb7fe5bf0e40b386ull,
+       two_buffer(&FlipHorizontalRGB32Ex, rgb32, 6)},
+      {"FlipVerticalRGB32Ex", 0xc19e3dff45a44455ull, two_buffer(&FlipVerticalRGB32Ex, rgb32, 7)},
+      {"FlipHorizontalYUY2Ex", 0xaaab8d40d7ff797full, two_buffer(&FlipHorizontalYUY2Ex, yuy2, 8)},
+      {"Crop24", 0x170fa6b9a7782135ull,
+       [=] {
+         const auto src = Frame(rgb24, 9);
+         auto dst = Frame(196 * 9, 10);
+         return Fnv1a(dst, Crop24(src.data(), kW, kH, dst.data(), &rect));
+       }},
+      {"Crop32", 0x7ac31a0bec438648ull,
+       [=] {
+         const auto src = Frame(rgb32, 11);
+         auto dst = Frame(260 * 9, 12);
+         return Fnv1a(dst, Crop32(src.data(), kW, kH, dst.data(), &rect));
+       }},
+      {"ImageCutRGB24", 0x61e36b2272a672e9ull,
+       [=] {
+         const auto src = Frame(rgb24, 13);
+         auto dst = Frame(rgb24, 14);
+         ImageCutRGB24(src.data(), kW, kH, dst.data(), 6, 3);
+         return Fnv1a(dst, 0);
+       }},
+      {"ImageCutRGB32", 0xe37de07cb21e6ccfull,
+       [=] {
+         const auto src = Frame(rgb32, 15);
+         auto dst = Frame(rgb32, 16);
+         ImageCutRGB32(src.data(), kW, kH, dst.data(), 7, 2);
+         return Fnv1a(dst, 0);
+       }},
+      {"FillColor", 0x645dfd10f1eda4ccull,
+       [=] {
+         auto frame = Frame(rgb24, 17);
+         return Fnv1a(frame, FillColor(frame.data(), kW, kH, &rect, 0x12A5C3E7u));
+       }},
+  };
+}
+
+TEST(Golden, EveryExportGivesTheRecordedBytesOnEveryClass) {
+  const int32_t before = prim::ClassIndex();
+  bool all_recorded = true;
+  for (const GoldenCase &c : Cases()) {
+    for (int cls = 0; cls <= prim::DetectedClass(); ++cls) {
+      prim::SetClassIndexForTesting(cls);
+      const uint64_t got = c.run();
+      if (c.hash == 0) {
+        all_recorded = false;
+        if (cls == 0)
+          std::printf("{\"%s\", 0x%016llxull},\n", c.name, static_cast<unsigned long long>(got));
+        continue;
+      }
+      EXPECT_EQ(got, c.hash) << c.name << " on class " << cls;
+    }
+  }
+  prim::SetClassIndexForTesting(before);
+  EXPECT_TRUE(all_recorded) << "record the printed hashes";
+}
+
+}  // namespace
+}  // namespace framekit
