@@ -7,6 +7,7 @@
 
 #include <array>
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 
 namespace framekit::prim {
@@ -22,15 +23,26 @@ inline constexpr Level kClassLevel[7] = {kLevelRef,   kLevelSse2, kLevelSsse3, k
 template <typename Fn>
 using Table = std::array<Fn, 7>;
 
-// The variants of one primitive by level; absent levels stay null.
+// One level's variant, or none. Presence is a flag rather than a null test: comparing a
+// function's address with null is not a constant expression in every build (sanitized PIC code).
+template <typename Fn>
+struct Slot {
+  constexpr Slot() = default;
+  constexpr Slot(std::nullptr_t) {}  // NOLINT: a level with no body of its own
+  constexpr Slot(Fn f) : fn(f), present(true) {}  // NOLINT: lets a table name bodies directly
+  Fn fn = nullptr;
+  bool present = false;
+};
+
+// The variants of one primitive by level; absent levels stay empty.
 template <typename Fn>
 struct Variants {
-  Fn ref = nullptr;
-  Fn sse2 = nullptr;
-  Fn ssse3 = nullptr;
-  Fn sse41 = nullptr;
-  Fn avx = nullptr;
-  Fn avx2 = nullptr;
+  Slot<Fn> ref = {};
+  Slot<Fn> sse2 = {};
+  Slot<Fn> ssse3 = {};
+  Slot<Fn> sse41 = {};
+  Slot<Fn> avx = {};
+  Slot<Fn> avx2 = {};
 };
 
 namespace detail {
@@ -40,13 +52,13 @@ inline void TableNeedsAReference() {}
 
 template <typename Fn>
 consteval Table<Fn> BuildTable(Variants<Fn> v) {
-  if (v.ref == nullptr) detail::TableNeedsAReference();
-  const Fn by_level[] = {v.ref, v.sse2, v.ssse3, v.sse41, v.avx, v.avx2};
+  if (!v.ref.present) detail::TableNeedsAReference();
+  const Slot<Fn> by_level[] = {v.ref, v.sse2, v.ssse3, v.sse41, v.avx, v.avx2};
   Table<Fn> t{};
   for (int c = 0; c < 7; ++c) {
-    Fn best = v.ref;
+    Fn best = v.ref.fn;
     for (int l = 0; l <= kClassLevel[c]; ++l) {
-      if (by_level[l] != nullptr) best = by_level[l];
+      if (by_level[l].present) best = by_level[l].fn;
     }
     t[static_cast<size_t>(c)] = best;
   }
