@@ -170,15 +170,21 @@ FRAMEKIT_EXPORT int32_t FillColor(uint8_t* frame, int32_t width, int32_t height,
 
 /* ---- Image saving ------------------------------------------------------------------------ */
 /* File names are UTF-16 (char16_t, zero-terminated) on every platform; on Linux they are
- * converted to UTF-8 for the file system. The file is always a BMP, whatever its extension.
- * The first row in memory becomes the top row of the image. Failures are not reported (on
- * Windows they stay in GDI+'s status; the host must have started GDI+). */
+ * converted to UTF-8 for the file system, and a name holding a lone surrogate (it has no UTF-8
+ * spelling) writes nothing. The file is always a BMP, whatever its extension. The first row in
+ * memory becomes the top row of the image (the file stores rows bottom-up, positive height).
+ * Nothing is written for a null pointer, a width or height below 1, or (Linux) a file that
+ * would exceed the format's 4 GiB. Failures are not reported: on Windows they stay in GDI+'s
+ * last status (the host must have started GDI+); on Linux a failed write removes the file. */
 
-/* Saves width x height RGB24 pixels, rows at the aligned row stride, as a 24-bit BMP. */
+/* Saves width x height RGB24 pixels, rows at the aligned row stride (padding not read), as a
+ * 24-bit BMP: 54-byte header (BITMAPINFOHEADER, BI_RGB, 96 dpi), rows zero-padded to 4 bytes.
+ * Linux writes the same bytes as GDI+. */
 FRAMEKIT_EXPORT void SaveImageRGB24(const uint8_t* pixels, int32_t width, int32_t height,
                                     const char16_t* file_name) FRAMEKIT_NOEXCEPT;
 /* Saves width x height RGB32 pixels (rows of 4 * width bytes, the fourth byte as alpha) as a
- * BMP. */
+ * BMP. Windows: GDI+ encodes a 32bpp ARGB bitmap and picks the depth (Windows writes 32 bits;
+ * Wine writes 24, dropping the fourth byte). Linux: 32 bits, BI_RGB, the fourth byte kept. */
 FRAMEKIT_EXPORT void SaveImageRGB32(const uint8_t* pixels, int32_t width, int32_t height,
                                     const char16_t* file_name) FRAMEKIT_NOEXCEPT;
 
