@@ -18,7 +18,9 @@ using MirrorRFn = MirrorRSig*;
 
 // Checks in order: null pointer (-8), size (-6), axis (-21), then an axis along which the frame
 // has a single row or column (-6: a one-row frame cannot be turned upside down).
-inline Status CheckMirror(const void* src, const void* dst, Size roi, int32_t axis) {
+// Internal linkage: the per-ISA files call it too, and a merged out-of-line copy compiled with
+// their flags must never serve the reference.
+static inline Status CheckMirror(const void* src, const void* dst, Size roi, int32_t axis) {
   if (src == nullptr || dst == nullptr) return ippStsNullPtrErr;
   if (roi.width <= 0 || roi.height <= 0) return ippStsSizeErr;
   if (axis < 0 || axis > 2) return ippStsMirrorFlipErr;
@@ -37,6 +39,9 @@ inline Status CheckMirror(const void* src, const void* dst, Size roi, int32_t ax
   }
 
 FK_DECLARE_MIRROR_VARIANTS(ref)
+FK_DECLARE_MIRROR_VARIANTS(sse2)
+FK_DECLARE_MIRROR_VARIANTS(ssse3)
+FK_DECLARE_MIRROR_VARIANTS(avx2)
 
 // Dispatch entries.
 MirrorIRSig ippiMirror_8u_C1IR;
