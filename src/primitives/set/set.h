@@ -17,6 +17,8 @@ using SetC3Fn = SetC3Sig*;
   }
 
 FK_DECLARE_SET_VARIANTS(ref)
+FK_DECLARE_SET_VARIANTS(sse2)
+FK_DECLARE_SET_VARIANTS(avx2)
 
 SetC3Sig ippiSet_8u_C3R;
 
