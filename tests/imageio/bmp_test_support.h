@@ -100,7 +100,9 @@ inline std::optional<DecodedBmp> DecodeBmp(const std::vector<uint8_t>& file) {
 // is independent of the library's.
 inline std::filesystem::path TestPath(std::u16string_view leaf) {
   const char* env = std::getenv("FRAMEKIT_TEST_TMP");
-  std::string dir = (env != nullptr && *env != '\0') ? env : ".";
+  std::string dir = (env != nullptr && *env != '\0')
+                        ? std::string(env)
+                        : std::filesystem::temp_directory_path().string();
 #ifdef _WIN32
   if (dir[0] == '/') dir = "Z:" + dir;  // a Unix path seen from Wine
 #endif
