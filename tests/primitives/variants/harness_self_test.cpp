@@ -174,70 +174,11 @@ TEST(VariantHarness, RunsABodySharedByClassesOnce) {
   }
 }
 
-TEST(VariantHarness, PassesABodyEqualToTheReference) {
-  EXPECT_TRUE(
-      FailuresOf(MakeVariantSubject("Same", kSameTable, &RefCopy, CopyC3Driver{}), 5).empty());
-}
-
 TEST(VariantHarnessDeathTest, AReadPastTheLastRowFaultsAndNamesTheCase) {
   const VariantSubject s = MakeVariantSubject("Overreader", kOverreadTable,
                                               &prim::ref::ippiMirror_8u_C1IR, MirrorC1Driver{});
   EXPECT_DEATH(CheckVariants(s, {.max_class = 1}),
                "fault in: Overreader class 1 .*case 1x2 axis 0");
-}
-
-TEST(GuardedImage, SitsFlushAgainstTheChosenGuard) {
-  const GuardedImage end({.row_bytes = 7, .height = 3, .step = 9});
-  EXPECT_EQ(end.pixels() + 2 * 9 + 7, end.bytes().data() + end.bytes().size());
-  const GuardedImage start(
-      {.row_bytes = 7, .height = 3, .step = 9, .lead = 5, .flush = Flush::kStart});
-  EXPECT_EQ(start.pixels(), start.bytes().data() + 5);
-  const GuardedImage bottom_up({.row_bytes = 7, .height = 3, .step = -9});
-  EXPECT_EQ(bottom_up.pixels() + 7, bottom_up.bytes().data() + bottom_up.bytes().size());
-}
-
-TEST(GuardedImage, FindsAndLocatesDamagedPadding) {
-  Rng rng("guarded-image");
-  GuardedImage image({.row_bytes = 6, .height = 3, .step = -8, .lead = 2});
-  image.FillRandom(rng);
-  EXPECT_FALSE(image.FirstDamagedPadding());
-  uint8_t* row1 = image.pixels() - 8;
-  row1[5] ^= 0xFF;  // a pixel: not padding
-  EXPECT_FALSE(image.FirstDamagedPadding());
-  row1[7] ^= 0xFF;
-  const auto at = image.FirstDamagedPadding();
-  ASSERT_TRUE(at);
-  EXPECT_EQ(image.Locate(*at, 3), "row 1, 2 bytes past its pixels (padding) (byte " +
-                                      std::to_string(*at) + " of the region)");
-  EXPECT_NE(image.Locate(*at - 2, 3).find("row 1 pixel 1 byte 2"), std::string::npos);
-}
-
-TEST(GuardedImageDeathTest, AWriteBesideTheImageFaults) {
-  GuardedImage end({.row_bytes = 5, .height = 2, .step = 5});
-  EXPECT_DEATH(end.pixels()[2 * 5] = 1, "");
-  GuardedImage start({.row_bytes = 5, .height = 2, .step = 5, .flush = Flush::kStart});
-  EXPECT_DEATH(start.pixels()[-1] = 1, "");
-  GuardedImage source({.row_bytes = 5, .height = 2, .step = 5});
-  source.SetReadOnly(true);
-  EXPECT_DEATH(source.pixels()[0] = 1, "");
-}
-
-TEST(Rng, ReplaysFromSeedAndStream) {
-  Rng a(42, "stream"), b(42, "stream"), other(42, "other");
-  std::vector<uint8_t> fa(64), fb(64), fo(64);
-  a.Fill(fa);
-  b.Fill(fb);
-  other.Fill(fo);
-  EXPECT_EQ(fa, fb);
-  EXPECT_NE(fa, fo);
-  bool low = false, high = false;
-  for (int i = 0; i < 1000; ++i) {
-    const int32_t v = a.Uniform(-3, 3);
-    ASSERT_TRUE(v >= -3 && v <= 3) << v;
-    low = low || v == -3;
-    high = high || v == 3;
-  }
-  EXPECT_TRUE(low && high);
 }
 
 }  // namespace
