@@ -1,0 +1,26 @@
+#include "primitives/tone/tone.h"
+
+namespace framekit::prim {
+
+FK_PRIMITIVE_TABLE(kLightnessBlocksTable, LightnessBlocks, LevelBlocksFn,
+                   .ref = ref::LightnessBlocks);
+FK_PRIMITIVE_TABLE(kDarknessBlocksTable, DarknessBlocks, LevelBlocksFn, .ref = ref::DarknessBlocks);
+FK_PRIMITIVE_TABLE(kContrastBlocksTable, ContrastBlocks, ContrastBlocksFn,
+                   .ref = ref::ContrastBlocks);
+FK_PRIMITIVE_TABLE(kSaturationBlocksTable, SaturationBlocks, SaturationBlocksFn,
+                   .ref = ref::SaturationBlocks);
+
+Status LightnessBlocks(uint8_t* p, int32_t step, Size roi, int32_t level) {
+  return kLightnessBlocksTable[ClassIndex()](p, step, roi, level);
+}
+Status DarknessBlocks(uint8_t* p, int32_t step, Size roi, int32_t level) {
+  return kDarknessBlocksTable[ClassIndex()](p, step, roi, level);
+}
+Status ContrastBlocks(uint8_t* p, int32_t step, Size roi, int32_t k) {
+  return kContrastBlocksTable[ClassIndex()](p, step, roi, k);
+}
+Status SaturationBlocks(uint8_t* p, int32_t step, Size roi, uint32_t s) {
+  return kSaturationBlocksTable[ClassIndex()](p, step, roi, s);
+}
+
+}  // namespace framekit::prim
