@@ -3,12 +3,16 @@
 namespace framekit::prim {
 
 FK_PRIMITIVE_TABLE(kLightnessBlocksTable, LightnessBlocks, LevelBlocksFn,
-                   .ref = ref::LightnessBlocks);
-FK_PRIMITIVE_TABLE(kDarknessBlocksTable, DarknessBlocks, LevelBlocksFn, .ref = ref::DarknessBlocks);
+                   .ref = ref::LightnessBlocks, .sse2 = FK_X86(sse2::LightnessBlocks),
+                   .avx2 = FK_X86(avx2::LightnessBlocks));
+FK_PRIMITIVE_TABLE(kDarknessBlocksTable, DarknessBlocks, LevelBlocksFn, .ref = ref::DarknessBlocks,
+                   .sse2 = FK_X86(sse2::DarknessBlocks), .avx2 = FK_X86(avx2::DarknessBlocks));
 FK_PRIMITIVE_TABLE(kContrastBlocksTable, ContrastBlocks, ContrastBlocksFn,
-                   .ref = ref::ContrastBlocks);
+                   .ref = ref::ContrastBlocks, .sse2 = FK_X86(sse2::ContrastBlocks),
+                   .avx2 = FK_X86(avx2::ContrastBlocks));
 FK_PRIMITIVE_TABLE(kSaturationBlocksTable, SaturationBlocks, SaturationBlocksFn,
-                   .ref = ref::SaturationBlocks);
+                   .ref = ref::SaturationBlocks, .ssse3 = FK_X86(ssse3::SaturationBlocks),
+                   .avx2 = FK_X86(avx2::SaturationBlocks));
 
 Status LightnessBlocks(uint8_t* p, int32_t step, Size roi, int32_t level) {
   return kLightnessBlocksTable[ClassIndex()](p, step, roi, level);

@@ -1,0 +1,139 @@
+// Fast-path tone kernels, AVX2 level: class 6. As the SSE2 and SSSE3 bodies, with 16 bytes (or
+// one channel of 16 pixels) widened into two vectors of eight 32-bit lanes. packs works within
+// 128-bit halves, so the 16-bit result is put back in order with one permute before the final
+// unsigned pack. Tails run the model's truncating formulas. Unaligned loads; nothing outside a
+// row's 3 * width bytes is touched.
+#include <immintrin.h>
+
+#include <cstdint>
+
+#include "primitives/core/checks.h"
+#include "primitives/tone/tone.h"
+#include "primitives/tone/tone_model.h"
+
+namespace framekit::prim::avx2 {
+
+#include "primitives/tone/saturation_shuffles.h"
+
+namespace {
+
+struct Pair {
+  __m256i v[2];  // 16 bytes as two vectors of eight 32-bit lanes, in byte order
+};
+
+inline Pair Widen(__m128i x) {
+  return {{_mm256_cvtepu8_epi32(x), _mm256_cvtepu8_epi32(_mm_srli_si128(x, 8))}};
+}
+
+// 16 lanes to 16-bit with signed saturation, in order.
+inline __m256i Pack16(const Pair& p) {
+  return _mm256_permute4x64_epi64(_mm256_packs_epi32(p.v[0], p.v[1]), 0xD8);
+}
+
+inline __m128i PackBytes(__m256i words) {
+  return _mm_packus_epi16(_mm256_castsi256_si128(words), _mm256_extracti128_si256(words, 1));
+}
+
+inline __m128i Narrow(const Pair& p) { return PackBytes(Pack16(p)); }
+
+inline __m256i Scaled(__m256i lanes, __m256 scale) {
+  return _mm256_cvtps_epi32(_mm256_mul_ps(_mm256_cvtepi32_ps(lanes), scale));
+}
+
+template <typename VectorOp, typename TailOp>
+void Rows(uint8_t* p, int32_t step, Size roi, VectorOp vector_op, TailOp tail_op) {
+  const int64_t block_bytes = int64_t{roi.width / 16} * 48;
+  const int64_t row_bytes = int64_t{roi.width} * 3;
+  for (int32_t r = 0; r < roi.height; ++r) {
+    uint8_t* row = p + int64_t{r} * step;
+    for (int64_t i = 0; i < block_bytes; i += 16) {
+      __m128i* at = reinterpret_cast<__m128i*>(row + i);
+      _mm_storeu_si128(at, vector_op(_mm_loadu_si128(at)));
+    }
+    for (int64_t i = block_bytes; i < row_bytes; ++i) row[i] = tail_op(row[i]);
+  }
+}
+
+void SaturateBlock(uint8_t* px, __m256 scale) {
+  const __m256 third = _mm256_set1_ps(0.33333334f);
+  __m128i in[3], ch[3];
+  for (int i = 0; i < 3; ++i) in[i] = _mm_loadu_si128(reinterpret_cast<__m128i*>(px + 16 * i));
+  SplitChannels(in, ch);
+  Pair q[3] = {Widen(ch[0]), Widen(ch[1]), Widen(ch[2])};
+  for (int k = 0; k < 2; ++k) {
+    const __m256i sum = _mm256_add_epi32(_mm256_add_epi32(q[0].v[k], q[1].v[k]), q[2].v[k]);
+    const __m256i mean = Scaled(sum, third);
+    for (Pair& c : q) {
+      c.v[k] = _mm256_add_epi32(mean, Scaled(_mm256_sub_epi32(c.v[k], mean), scale));
+    }
+  }
+  for (int c = 0; c < 3; ++c) ch[c] = Narrow(q[c]);
+  JoinChannels(ch, in);
+  for (int i = 0; i < 3; ++i) _mm_storeu_si128(reinterpret_cast<__m128i*>(px + 16 * i), in[i]);
+}
+
+}  // namespace
+
+Status LightnessBlocks(uint8_t* p, int32_t step, Size roi, int32_t level) {
+  if (const Status s = CheckOne(p, roi); s != ippStsNoErr) return s;
+  const __m256 scale = _mm256_set1_ps(tone::LevelScale(level));
+  const __m256i white = _mm256_set1_epi32(255);
+  Rows(
+      p, step, roi,
+      [&](__m128i x) {
+        Pair q = Widen(x);
+        for (__m256i& v : q.v) {
+          v = _mm256_add_epi32(v, Scaled(_mm256_sub_epi32(white, v), scale));
+        }
+        return Narrow(q);
+      },
+      [&](uint8_t v) { return tone::LightnessTruncByte(v, level); });
+  return ippStsNoErr;
+}
+
+Status DarknessBlocks(uint8_t* p, int32_t step, Size roi, int32_t level) {
+  if (const Status s = CheckOne(p, roi); s != ippStsNoErr) return s;
+  const __m256 scale = _mm256_set1_ps(tone::LevelScale(level));
+  Rows(
+      p, step, roi,
+      [&](__m128i x) {
+        Pair q = Widen(x);
+        for (__m256i& v : q.v) v = _mm256_sub_epi32(v, Scaled(v, scale));
+        return Narrow(q);
+      },
+      [&](uint8_t v) { return tone::DarknessTruncByte(v, level); });
+  return ippStsNoErr;
+}
+
+Status ContrastBlocks(uint8_t* p, int32_t step, Size roi, int32_t k) {
+  if (const Status s = CheckOne(p, roi); s != ippStsNoErr) return s;
+  const float f = tone::ContrastFactorSingle(k);
+  const __m256 factor = _mm256_set1_ps(f);
+  const __m256i mid32 = _mm256_set1_epi32(128);
+  const __m256i mid16 = _mm256_set1_epi16(128);
+  Rows(
+      p, step, roi,
+      [&](__m128i x) {
+        Pair q = Widen(x);
+        for (__m256i& v : q.v) v = Scaled(_mm256_sub_epi32(v, mid32), factor);
+        return PackBytes(_mm256_adds_epi16(Pack16(q), mid16));
+      },
+      [&](uint8_t v) { return tone::ContrastTailByte(v, f); });
+  return ippStsNoErr;
+}
+
+Status SaturationBlocks(uint8_t* p, int32_t step, Size roi, uint32_t s) {
+  if (const Status st = CheckOne(p, roi); st != ippStsNoErr) return st;
+  const __m256 scale = _mm256_set1_ps(tone::SaturationScale(s));
+  const int32_t blocks = roi.width / 16;
+  for (int32_t r = 0; r < roi.height; ++r) {
+    uint8_t* row = p + int64_t{r} * step;
+    for (int32_t b = 0; b < blocks; ++b) SaturateBlock(row + int64_t{b} * 48, scale);
+    for (int32_t x = blocks * 16; x < roi.width; ++x) {
+      tone::SaturationTruncPixel(row + int64_t{x} * 3, s);
+    }
+  }
+  return ippStsNoErr;
+}
+
+}  // namespace framekit::prim::avx2
