@@ -1,4 +1,8 @@
-// Single-channel and band-threshold effects.
+// Single-channel and band-threshold effects. Both are byte-wise once the channel pattern is
+// known: byte i of a frame keeps (or thresholds) its value when i % 3 is the channel and becomes
+// 0 otherwise. So the frame is taken 48 bytes (16 pixels) at a time through three 16-byte
+// masks, with compiler vector types that every target lowers to its own instructions (SSE2 on
+// x86-64), and the last pixels one by one.
 #include <cstddef>
 #include <cstring>
 
@@ -8,53 +12,71 @@
 namespace framekit::effects {
 namespace {
 
-// The byte masks of 8 pixels (24 bytes) as three little-endian words: 0xFF on the kept channel.
-void ChannelWords(Channel keep, uint64_t words[3]) {
-  uint8_t bytes[24];
-  for (int i = 0; i < 24; ++i) bytes[i] = (i % 3 == static_cast<int>(keep)) ? 0xFF : 0x00;
-  std::memcpy(words, bytes, sizeof(bytes));
+using Bytes16 = uint8_t __attribute__((vector_size(16)));
+
+struct Pattern {
+  Bytes16 mask[3];  // 0xFF on the channel's bytes of 48
+};
+
+Pattern ChannelPattern(Channel channel) {
+  uint8_t bytes[48];
+  for (int i = 0; i < 48; ++i) bytes[i] = (i % 3 == static_cast<int>(channel)) ? 0xFF : 0x00;
+  Pattern p;
+  std::memcpy(p.mask, bytes, sizeof(bytes));
+  return p;
+}
+
+// Runs op on each 16-byte third of every 16-pixel group, then tail on each remaining pixel.
+template <typename VectorOp, typename PixelOp>
+void Walk(uint8_t* frame, size_t pixels, const Pattern& pattern, VectorOp op, PixelOp tail) {
+  const size_t groups = pixels / 16;
+  uint8_t* p = frame;
+  for (size_t g = 0; g < groups; ++g, p += 48) {
+    for (int k = 0; k < 3; ++k) {
+      Bytes16 v;
+      std::memcpy(&v, p + 16 * k, 16);
+      v = op(v, pattern.mask[k]);
+      std::memcpy(p + 16 * k, &v, 16);
+    }
+  }
+  for (size_t i = groups * 16; i < pixels; ++i, p += 3) tail(p);
 }
 
 }  // namespace
 
-// A pixel-count walker: the frame is width * height pixels, no row padding.
+// A pixel-count walker: the frame is width * height pixels (wrapped 32-bit count), no padding.
 void KeepChannel(uint8_t* frame, int32_t width, int32_t height, Channel keep) {
   const int32_t count = WrapMul(width, height);
   if (count <= 0) return;
-  uint64_t mask[3];
-  ChannelWords(keep, mask);
-  const size_t groups = static_cast<size_t>(count) / 8;
-  uint8_t* p = frame;
-  for (size_t g = 0; g < groups; ++g, p += 24) {
-    uint64_t w[3];
-    std::memcpy(w, p, 24);
-    w[0] &= mask[0];
-    w[1] &= mask[1];
-    w[2] &= mask[2];
-    std::memcpy(p, w, 24);
-  }
   const int k = static_cast<int>(keep);
-  for (size_t i = groups * 8; i < static_cast<size_t>(count); ++i, p += 3) {
-    for (int c = 0; c < 3; ++c) {
-      if (c != k) p[c] = 0;
-    }
-  }
+  Walk(
+      frame, static_cast<size_t>(count), ChannelPattern(keep),
+      [](Bytes16 v, Bytes16 mask) { return v & mask; },
+      [k](uint8_t* p) {
+        for (int c = 0; c < 3; ++c) {
+          if (c != k) p[c] = 0;
+        }
+      });
 }
 
-// A row walker: the open band low < v < high gives 255 on the channel, the rest 0.
+// A row walker over height rows of 3 * width bytes: the open band low < v < high gives 255 on
+// the channel, everything else 0.
 void BandThreshold(uint8_t* frame, int32_t width, int32_t height, Channel channel, uint8_t low,
                    uint8_t high) {
   if (height < 1 || width < 1) return;
-  uint8_t table[256];
-  for (int v = 0; v < 256; ++v) table[v] = (v > low && v < high) ? 255 : 0;
   const int k = static_cast<int>(channel);
   const size_t pixels = static_cast<size_t>(width) * static_cast<size_t>(height);
-  uint8_t* p = frame;
-  for (size_t i = 0; i < pixels; ++i, p += 3) {
-    const uint8_t out = table[p[k]];
-    p[0] = p[1] = p[2] = 0;
-    p[k] = out;
-  }
+  Walk(
+      frame, pixels, ChannelPattern(channel),
+      [low, high](Bytes16 v, Bytes16 mask) {
+        const Bytes16 inside = reinterpret_cast<Bytes16>((v > low) & (v < high));
+        return inside & mask;
+      },
+      [k, low, high](uint8_t* p) {
+        const uint8_t v = p[k];
+        p[0] = p[1] = p[2] = 0;
+        p[k] = (v > low && v < high) ? 255 : 0;
+      });
 }
 
 }  // namespace framekit::effects

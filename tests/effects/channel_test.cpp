@@ -50,6 +50,27 @@ TEST(BandThreshold, OpenBandAndItsEdges) {
   EXPECT_EQ(untouched, (std::vector<uint8_t>{1, 2, 3}));
 }
 
+TEST(BandThreshold, RandomFramesAgainstTheFormula) {
+  Rng rng("effects/band");
+  using Fn = void (*)(uint8_t*, int32_t, int32_t, uint8_t, uint8_t) noexcept;
+  const std::pair<Fn, int> effects[] = {
+      {EffectFilterBlue, 0}, {EffectFilterGreen, 1}, {EffectFilterRed, 2}};
+  for (const auto& [fn, k] : effects) {
+    for (const int32_t w : {7, 16, 37}) {
+      const auto low = static_cast<uint8_t>(rng.Uniform(0, 200));
+      const auto high = static_cast<uint8_t>(rng.Uniform(low, 255));
+      const std::vector<uint8_t> in = RandomFrame(rng, 3 * w, 3);
+      std::vector<uint8_t> got = in, want(in.size(), 0);
+      for (size_t p = 0; p < in.size(); p += 3) {
+        const uint8_t v = in[p + static_cast<size_t>(k)];
+        want[p + static_cast<size_t>(k)] = (v > low && v < high) ? 255 : 0;
+      }
+      fn(got.data(), w, 3, low, high);
+      EXPECT_EQ(got, want) << k << " " << w << " " << SeedNote();
+    }
+  }
+}
+
 // A 5 x 3 frame at the aligned stride of 16 bytes: padding bytes must survive.
 TEST(Greyscale, AlignedRowsAndFixedPointWeights) {
   Rng rng("effects/grey");
