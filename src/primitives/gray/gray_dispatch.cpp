@@ -3,7 +3,8 @@
 namespace framekit::prim {
 
 FK_PRIMITIVE_TABLE(kColorToGrayTable, ippiColorToGray_8u_C3C1R, ColorToGrayFn,
-                   .ref = ref::ippiColorToGray_8u_C3C1R);
+                   .ref = ref::ippiColorToGray_8u_C3C1R,
+                   .ssse3 = FK_X86(ssse3::ippiColorToGray_8u_C3C1R));
 FK_PRIMITIVE_TABLE(kDupC1C3Table, ippiDup_8u_C1C3R, DupFn, .ref = ref::ippiDup_8u_C1C3R,
                    .ssse3 = FK_X86(ssse3::ippiDup_8u_C1C3R));
 

@@ -6,14 +6,19 @@
 namespace framekit::test {
 namespace {
 
-// The weights the greyscale effect passes, or (for one case in four) the default set.
+// The weights the greyscale effect passes in half the cases; otherwise the default set, odd
+// 16-bit weights, or a weight beyond 16 bits.
 struct ColorToGrayDriver {
   PrimitiveShape Shape() const {
     return {.images = {{"src", 3, Access::kRead}, {"dst", 1, Access::kWrite}}, .scalar = true};
   }
   prim::Status Call(prim::ColorToGrayFn fn, const CallArgs& a) const {
-    static constexpr float kWeights[3] = {0.114f, 0.587f, 0.299f};
-    const float* weights = (a.scalar & 3) == 0 ? nullptr : kWeights;
+    static constexpr float kOdd[3][3] = {
+        {0.9f, -0.7f, 0.95f},  // 16-bit weights whose sums leave the byte range both ways
+        {1.5f, -0.7f, 0.2f},   // a weight beyond 16 bits
+        {0.114f, 0.587f, 0.299f}};
+    const uint64_t pick = a.scalar & 3;
+    const float* weights = pick == 0 ? nullptr : kOdd[pick - 1];
     return fn(a.image[0], a.step[0], a.image[1], a.step[1], a.roi, weights);
   }
 };
