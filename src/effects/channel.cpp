@@ -1,12 +1,14 @@
 // Single-channel and band-threshold effects. Both are byte-wise once the channel pattern is
 // known: byte i of a frame keeps (or thresholds) its value when i % 3 is the channel and becomes
-// 0 otherwise. So the frame is taken 48 bytes (16 pixels) at a time through three 16-byte
-// masks, with compiler vector types that every target lowers to its own instructions (SSE2 on
-// x86-64), and the last pixels one by one.
+// 0 otherwise. Keeping a channel takes the frame 48 bytes (16 pixels) at a time through three
+// 16-byte masks, with compiler vector types that every target lowers to its own instructions
+// (SSE2 on x86-64), and the last pixels one by one; the band test is a primitive.
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 
 #include "effects/effects.h"
+#include "primitives/band/band.h"
 #include "primitives/core/wrap.h"
 
 namespace framekit::effects {
@@ -60,23 +62,19 @@ void KeepChannel(uint8_t* frame, int32_t width, int32_t height, Channel keep) {
 }
 
 // A row walker over height rows of 3 * width bytes: the open band low < v < high gives 255 on
-// the channel, everything else 0.
+// the channel, everything else 0. Rows too long for a 32-bit step go one at a time.
 void BandThreshold(uint8_t* frame, int32_t width, int32_t height, Channel channel, uint8_t low,
                    uint8_t high) {
   if (height < 1 || width < 1) return;
-  const int k = static_cast<int>(channel);
-  const size_t pixels = static_cast<size_t>(width) * static_cast<size_t>(height);
-  Walk(
-      frame, pixels, ChannelPattern(channel),
-      [low, high](Bytes16 v, Bytes16 mask) {
-        const Bytes16 inside = reinterpret_cast<Bytes16>((v > low) & (v < high));
-        return inside & mask;
-      },
-      [k, low, high](uint8_t* p) {
-        const uint8_t v = p[k];
-        p[0] = p[1] = p[2] = 0;
-        p[k] = (v > low && v < high) ? 255 : 0;
-      });
+  const int32_t k = static_cast<int32_t>(channel);
+  if (width <= INT32_MAX / 3) {
+    prim::BandThresholdC3(frame, 3 * width, {width, height}, k, low, high);
+    return;
+  }
+  const size_t row_bytes = size_t{3} * static_cast<size_t>(width);
+  for (int32_t r = 0; r < height; ++r) {
+    prim::BandThresholdC3(frame + row_bytes * static_cast<size_t>(r), 0, {width, 1}, k, low, high);
+  }
 }
 
 }  // namespace framekit::effects
