@@ -1,34 +1,16 @@
 // Greyscale and invert: the two effects that go through primitives, at the aligned row stride
 // (rows rounded up to 4 bytes), unlike the packed rows of the other effects. For widths that are
 // not multiples of 4 the two families therefore see different layouts; that is deliberate.
-#include <cstddef>
-#include <cstring>
-
 #include "api/strides.h"
 #include "effects/effects.h"
 #include "primitives/copy/copy.h"
 #include "primitives/gray/gray.h"
+#include "primitives/negate/negate.h"
 #include "primitives/set/set.h"
 #include "primitives/sub/sub.h"
 
 namespace framekit::effects {
 namespace {
-
-using Bytes16 = uint8_t __attribute__((vector_size(16)));
-
-// row[i] and copy[i] both become 255 - row[i]; 16 bytes at a time (compiler vector types, SSE2
-// on x86-64), the rest byte by byte. The two must not overlap.
-void NegateInto(uint8_t* row, uint8_t* copy, size_t bytes) {
-  size_t i = 0;
-  for (; i + 16 <= bytes; i += 16) {
-    Bytes16 v;
-    std::memcpy(&v, row + i, 16);
-    v = ~v;
-    std::memcpy(row + i, &v, 16);
-    std::memcpy(copy + i, &v, 16);
-  }
-  for (; i < bytes; ++i) copy[i] = row[i] = static_cast<uint8_t>(255 - row[i]);
-}
 
 // Blue-first weights for bytes 0, 1, 2 (fixed point 3736, 19235, 9798).
 constexpr float kGreyWeights[3] = {0.114f, 0.587f, 0.299f};
@@ -59,11 +41,7 @@ Status Invert(uint8_t* frame, int32_t width, int32_t height, uint8_t* scratch) {
     prim::ippiSub_8u_C3IRSfs(frame, step, scratch, scratch_step, roi, 0);
     return prim::ippiCopy_8u_C3R(scratch, scratch_step, frame, step, roi);
   }
-  const size_t row_bytes = size_t{3} * static_cast<size_t>(width);
-  for (int32_t r = 0; r < height; ++r) {
-    NegateInto(frame + int64_t{r} * step, scratch + int64_t{r} * scratch_step, row_bytes);
-  }
-  return prim::ippStsNoErr;
+  return prim::NegateC3IntoCopy(frame, step, scratch, scratch_step, roi);
 }
 
 }  // namespace framekit::effects

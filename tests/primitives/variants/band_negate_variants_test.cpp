@@ -1,6 +1,7 @@
-// Band-threshold bodies of every class against the reference; channel and band from the case's
-// random bits (an invalid channel now and then, which must fail without writing).
+// Band-threshold and negate bodies of every class against the reference. Channel and band come
+// from the case's random bits (an invalid channel now and then, which must fail without writing).
 #include "primitives/band/band.h"
+#include "primitives/negate/negate.h"
 #include "primitives/variants/harness.h"
 
 namespace framekit::test {
@@ -18,7 +19,17 @@ struct BandDriver {
   }
 };
 
+struct NegateDriver {
+  PrimitiveShape Shape() const {
+    return {.images = {{"frame", 3, Access::kReadWrite}, {"copy", 3, Access::kWrite}}};
+  }
+  prim::Status Call(prim::NegateC3Fn fn, const CallArgs& a) const {
+    return fn(a.image[0], a.step[0], a.image[1], a.step[1], a.roi);
+  }
+};
+
 FK_VARIANT_TEST(kBandC3Table, BandThresholdC3, BandDriver{});
+FK_VARIANT_TEST(kNegateC3Table, NegateC3IntoCopy, NegateDriver{});
 
 }  // namespace
 }  // namespace framekit::test
