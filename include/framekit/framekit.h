@@ -168,6 +168,103 @@ FRAMEKIT_EXPORT void ImageCutRGB32(const uint8_t* src, int32_t width, int32_t he
 FRAMEKIT_EXPORT int32_t FillColor(uint8_t* frame, int32_t width, int32_t height,
                                   const FrameKitRect* rect, uint32_t colour) FRAMEKIT_NOEXCEPT;
 
+/* ---- Channel and tone effects ------------------------------------------------------------ */
+/* RGB24 frames (bytes blue, green, red) changed in place. No pointer is checked: a null or short
+ * frame is the caller's fault. Rows are packed (3 * width bytes, no padding) for every effect
+ * here except EffectGreyscale and EffectInvert, which use the aligned row stride; for a width
+ * that is not a multiple of 4 the two groups therefore expect different layouts.
+ *
+ * Width paths. EffectLightness, EffectDarkness, EffectContrast and EffectSaturation test
+ * width % 4 == 0 (a signed remainder: a negative multiple of 4 passes, other negative widths do
+ * not). When it holds, the frame is handled as n = width * height pixels (a 32-bit product that
+ * may wrap; nothing happens when it is 0 or less): the first 16 * (n / 16) pixels in blocks of 16
+ * in single precision rounded to nearest even, the last n % 16 with the truncating formula of the
+ * effect. Otherwise a general path runs that truncates. The two paths can differ by one (more
+ * for saturation); both are intended. Results are the same on every processor. */
+
+/* Keeps one channel of width * height pixels (a wrapped 32-bit count; 0 or less does nothing)
+ * and sets the two others to 0. Packed. */
+FRAMEKIT_EXPORT void EffectRed(uint8_t* frame, int32_t width, int32_t height) FRAMEKIT_NOEXCEPT;
+FRAMEKIT_EXPORT void EffectGreen(uint8_t* frame, int32_t width, int32_t height) FRAMEKIT_NOEXCEPT;
+FRAMEKIT_EXPORT void EffectBlue(uint8_t* frame, int32_t width, int32_t height) FRAMEKIT_NOEXCEPT;
+
+/* Band threshold on one channel: 255 where low < value < high (open band), else 0; the two
+ * other channels become 0. low >= high - 1 turns the frame black. Packed rows; nothing happens
+ * when width or height is below 1. */
+FRAMEKIT_EXPORT void EffectFilterRed(uint8_t* frame, int32_t width, int32_t height, uint8_t low,
+                                     uint8_t high) FRAMEKIT_NOEXCEPT;
+FRAMEKIT_EXPORT void EffectFilterGreen(uint8_t* frame, int32_t width, int32_t height, uint8_t low,
+                                       uint8_t high) FRAMEKIT_NOEXCEPT;
+FRAMEKIT_EXPORT void EffectFilterBlue(uint8_t* frame, int32_t width, int32_t height, uint8_t low,
+                                      uint8_t high) FRAMEKIT_NOEXCEPT;
+
+/* Grey: (3736 * blue + 19235 * green + 9798 * red + 16384) >> 15 into all three bytes (white
+ * stays 255). Stride: aligned row stride. scratch: at least width * height bytes, not shared with
+ * another call; it receives the grey bytes (width bytes a row). Result: 0, -8 null frame or
+ * scratch, -6 width or height <= 0 (frame unchanged). */
+FRAMEKIT_EXPORT int32_t EffectGreyscale(uint8_t* frame, int32_t width, int32_t height,
+                                        uint8_t* scratch) FRAMEKIT_NOEXCEPT;
+
+/* Negative: every byte becomes 255 - value. Stride: aligned row stride. scratch: at least
+ * 3 * width * height bytes, not overlapping the frame nor shared with another call; it is filled
+ * with white and receives the negative (3 * width bytes a row). Result: 0, -8 null frame or
+ * scratch (with a null frame the scratch is still filled with white), -6 width or height <= 0. */
+FRAMEKIT_EXPORT int32_t EffectInvert(uint8_t* frame, int32_t width, int32_t height,
+                                     uint8_t* scratch) FRAMEKIT_NOEXCEPT;
+
+/* Toward white by amount L (L <= 0: no change; above 255 counts as 255). General path: each byte
+ * v becomes v + ((255 - v) * L) / 255, truncated, over packed rows (nothing when height < 1).
+ * Fast path (blocks): v + round_even((255 - v) * (L / 255)) in single precision, at most 255.
+ * Amount 255 turns the frame white on both paths. */
+FRAMEKIT_EXPORT void EffectLightness(uint8_t* frame, int32_t width, int32_t height,
+                                     int32_t amount) FRAMEKIT_NOEXCEPT;
+
+/* Toward black by amount L (L <= 0: no change; above 255 counts as 255). General path:
+ * v - (v * L) / 255, truncated, over packed rows. Fast path (blocks): v - round_even(v * (L / 255))
+ * in single precision, at least 0. */
+FRAMEKIT_EXPORT void EffectDarkness(uint8_t* frame, int32_t width, int32_t height,
+                                    int32_t amount) FRAMEKIT_NOEXCEPT;
+
+/* Contrast K about 128 with the factor f = (K + 255) * 259 / ((259 - K) * 255); K = 0 does
+ * nothing. Both paths walk n = width * height pixels (wrapped; n < 1 does nothing). General path:
+ * clamp(trunc((v - 128) * f + 128), 0, 255) in double precision. Fast path: blocks
+ * round_even((v - 128) * f) saturated to 16 bits, plus 128, clamped to 0..255; tail as the
+ * general formula in single precision. K is not checked: -255 gives flat 128, K = 259 divides by
+ * zero (the frame turns black), K > 259 inverts about 128. */
+FRAMEKIT_EXPORT void EffectContrast(uint8_t* frame, int32_t width, int32_t height,
+                                    int32_t contrast) FRAMEKIT_NOEXCEPT;
+
+/* Saturation S about the pixel's mean; 255 does nothing, 0 gives grey, above 255 strengthens
+ * colour. General path (packed rows): m = (B + G + R) / 3 truncated, each channel
+ * m + ((c - m) * S) / 255 with a 32-bit signed product and truncating division, kept as its low
+ * 8 bits (it may wrap, deliberately). Fast path (blocks): m = round_even((B + G + R) * 0.33333334),
+ * each channel m + round_even((c - m) * (S / 255)) saturated to 0..255. */
+FRAMEKIT_EXPORT void EffectSaturation(uint8_t* frame, int32_t width, int32_t height,
+                                      uint32_t saturation) FRAMEKIT_NOEXCEPT;
+
+/* Posterize by level P (0 does nothing): each byte v becomes (v / P) * (P % 256), signed 32-bit
+ * division, low 8 bits kept. P = 64 maps 0..63 to 0, 64..127 to 64 and so on; P = 1 changes
+ * nothing; P > 255 turns the frame black; a negative P acts as its magnitude. Packed rows.
+ * Done in place without a temporary copy (no allocation). */
+FRAMEKIT_EXPORT void EffectPosterize(uint8_t* frame, int32_t width, int32_t height,
+                                     int32_t level) FRAMEKIT_NOEXCEPT;
+
+/* Solarize: a pixel whose mean (B + G + R) / 3 exceeds threshold T (signed) has every byte
+ * inverted. T = 0 does nothing (it is not "invert everything"); a negative T inverts every pixel.
+ * Packed rows; nothing happens when width or height is below 1. */
+FRAMEKIT_EXPORT void EffectSolorize(uint8_t* frame, int32_t width, int32_t height,
+                                    int32_t threshold) FRAMEKIT_NOEXCEPT;
+
+/* ---- Timing probe ------------------------------------------------------------------------ */
+
+/* Runs the general lightness pass (the one EffectLightness takes for widths that are not
+ * multiples of 4) 50 times on the frame with the given level, between readings of the platform's
+ * counter (Windows: QueryPerformanceFrequency and QueryPerformanceCounter; elsewhere the
+ * monotonic clock). The readings are dropped: time the call from outside. Returns the success of
+ * the last reading, nonzero normally. The frame is left brightened 50 times. */
+FRAMEKIT_EXPORT int32_t PerfTest(uint8_t* frame, int32_t width, int32_t height,
+                                 int32_t level) FRAMEKIT_NOEXCEPT;
+
 /* ---- Image saving ------------------------------------------------------------------------ */
 /* File names are UTF-16 (char16_t, zero-terminated) on every platform; on Linux they are
  * converted to UTF-8 for the file system, and a name holding a lone surrogate (it has no UTF-8

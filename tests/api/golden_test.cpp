@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "framekit/framekit.h"
@@ -42,6 +43,64 @@ struct GoldenCase {
 
 // 77 x 13 frames: odd width, so the three stride rules disagree.
 constexpr int32_t kW = 77, kH = 13;
+
+// Effects run at both widths: 77 (general paths) and 76 (fast paths: 988 pixels, so 61 blocks
+// of 16 and a tail of 12).
+template <typename... Args>
+std::function<uint64_t()> Effect(void (*f)(uint8_t *, int32_t, int32_t, Args...), int32_t width,
+                                 uint32_t seed, Args... args) {
+  return [=] {
+    auto frame = Frame(static_cast<size_t>(3 * width * kH), seed);
+    f(frame.data(), width, kH, args...);
+    return Fnv1a(frame, 0);
+  };
+}
+
+std::function<uint64_t()> WithScratch(int32_t (*f)(uint8_t *, int32_t, int32_t, uint8_t *),
+                                      int32_t width, uint32_t seed) {
+  return [=] {
+    const size_t stride = static_cast<size_t>((3 * width + 3) / 4 * 4);
+    auto frame = Frame(stride * kH, seed);
+    std::vector<uint8_t> scratch(static_cast<size_t>(3 * width * kH));
+    const int32_t s = f(frame.data(), width, kH, scratch.data());
+    return Fnv1a(frame, s);
+  };
+}
+
+std::vector<GoldenCase> EffectCases() {
+  constexpr int32_t kFast = 76;
+  return {
+      {"EffectRed", 0x130b57a5c786192eull, Effect(&EffectRed, kW, 20)},
+      {"EffectGreen", 0xa158a4bd1aa999f8ull, Effect(&EffectGreen, kFast, 21)},
+      {"EffectBlue", 0x4b44c65eb47c3eedull, Effect(&EffectBlue, kW, 22)},
+      {"EffectFilterRed", 0xa425e3df1102d0feull, Effect<uint8_t, uint8_t>(&EffectFilterRed, kW, 23, 100, 200)},
+      {"EffectFilterGreen", 0xdb253a99615f5cbcull, Effect<uint8_t, uint8_t>(&EffectFilterGreen, kFast, 24, 30, 90)},
+      {"EffectFilterBlue", 0x084a71a0ecc0f72aull, Effect<uint8_t, uint8_t>(&EffectFilterBlue, kW, 25, 0, 255)},
+      {"EffectGreyscale", 0xe32f6394ee0b5520ull, WithScratch(&EffectGreyscale, kW, 26)},
+      {"EffectGreyscale/76", 0xfaa8d13b27012b05ull, WithScratch(&EffectGreyscale, kFast, 27)},
+      {"EffectInvert", 0x0dc95b18df321e8cull, WithScratch(&EffectInvert, kW, 28)},
+      {"EffectInvert/76", 0x4fbc5012c095b00dull, WithScratch(&EffectInvert, kFast, 29)},
+      {"EffectLightness", 0x83d31220d6111aecull, Effect<int32_t>(&EffectLightness, kW, 30, 128)},
+      {"EffectLightness/76", 0xfbd0608860a02ef9ull, Effect<int32_t>(&EffectLightness, kFast, 31, 128)},
+      {"EffectDarkness", 0x9802ebe059c4538eull, Effect<int32_t>(&EffectDarkness, kW, 32, 77)},
+      {"EffectDarkness/76", 0xf1225e220d285a97ull, Effect<int32_t>(&EffectDarkness, kFast, 33, 77)},
+      {"EffectContrast", 0x18616b199d91a233ull, Effect<int32_t>(&EffectContrast, kW, 34, 100)},
+      {"EffectContrast/76", 0xe076b24efd1de0e5ull, Effect<int32_t>(&EffectContrast, kFast, 35, 100)},
+      {"EffectContrast/76/259", 0xe433f007eaf8dca3ull, Effect<int32_t>(&EffectContrast, kFast, 36, 259)},
+      {"EffectContrast/76/-300", 0x1349cc0575f42b0full, Effect<int32_t>(&EffectContrast, kFast, 37, -300)},
+      {"EffectSaturation", 0x66f9346b70770448ull, Effect<uint32_t>(&EffectSaturation, kW, 38, 400u)},
+      {"EffectSaturation/76", 0x07f478710a1d8ddeull, Effect<uint32_t>(&EffectSaturation, kFast, 39, 400u)},
+      {"EffectSaturation/76/max", 0xa61c889b34feb49aull, Effect<uint32_t>(&EffectSaturation, kFast, 40, 0xFFFFFFFFu)},
+      {"EffectPosterize", 0x4b8472d6130a68f1ull, Effect<int32_t>(&EffectPosterize, kW, 41, 48)},
+      {"EffectSolorize", 0x7b8b7e2c1388d5eaull, Effect<int32_t>(&EffectSolorize, kW, 42, 100)},
+      {"PerfTest", 0x8375ff1be43be2b1ull,
+       [] {
+         auto frame = Frame(static_cast<size_t>(3 * kW * kH), 43);
+         const int32_t s = PerfTest(frame.data(), kW, kH, 3);
+         return Fnv1a(frame, s != 0 ? 1 : 0);
+       }},
+  };
+}
 
 std::vector<GoldenCase> Cases() {
   auto in_place = [](int32_t (*f)(uint8_t *, int32_t, int32_t), size_t size, uint32_t seed) {
@@ -109,7 +168,9 @@ std::vector<GoldenCase> Cases() {
 TEST(Golden, EveryExportGivesTheRecordedBytesOnEveryClass) {
   const int32_t before = prim::ClassIndex();
   bool all_recorded = true;
-  for (const GoldenCase &c : Cases()) {
+  std::vector<GoldenCase> cases = Cases();
+  for (GoldenCase &c : EffectCases()) cases.push_back(std::move(c));
+  for (const GoldenCase &c : cases) {
     for (int cls = 0; cls <= prim::DetectedClass(); ++cls) {
       prim::SetClassIndexForTesting(cls);
       const uint64_t got = c.run();

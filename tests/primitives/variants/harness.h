@@ -51,6 +51,7 @@ struct CallArgs {
   prim::Size roi{};
   int32_t axis = 0;                // only for primitives with mirror axes
   const uint8_t* value = nullptr;  // only for primitives with a value array
+  uint64_t scalar = 0;  // random bits for primitives with a scalar argument (drivers map them)
 };
 
 // What the harness must know about a primitive's arguments, whatever its signature.
@@ -58,6 +59,7 @@ struct PrimitiveShape {
   std::vector<ImageArg> images{};  // one or two, all of the same width and height in pixels
   std::vector<int32_t> axes{};     // the valid mirror axes; empty when there is no axis
   int value_bytes = 0;             // length of the value array; 0 when there is none
+  bool scalar = false;             // draws CallArgs::scalar afresh for every case
 };
 
 using EntryCall = std::function<prim::Status(const CallArgs&)>;

@@ -244,6 +244,7 @@ CaseRunner::Buffers CaseRunner::Prepare(const Case& c) {
   }
   b.args.roi = c.roi;
   b.args.axis = c.axis;
+  if (shape.scalar) b.args.scalar = rng_.Next();
   return b;
 }
 

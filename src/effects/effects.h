@@ -1,0 +1,43 @@
+// Channel and tone effects on RGB24 frames (bytes blue, green, red), in place.
+//
+// Three ways of walking a frame, each kept on purpose:
+//   pixel-count walkers  width * height consecutive pixels, the count a wrapped 32-bit product
+//                        (nothing happens when it is 0 or less);
+//   row walkers          height rows of 3 * width bytes one after another (packed rows);
+//   primitive users      greyscale and invert, at the aligned row stride.
+// Lightness, darkness, contrast and saturation take a fast path when width % 4 == 0 (signed, so
+// a negative multiple of 4 takes it too) and a general path otherwise; the two round differently.
+#pragma once
+
+#include <cstdint>
+
+#include "primitives/core/types.h"
+
+namespace framekit::effects {
+
+using prim::Status;
+
+enum class Channel : int { kBlue = 0, kGreen = 1, kRed = 2 };
+
+void KeepChannel(uint8_t* frame, int32_t width, int32_t height, Channel keep);
+void BandThreshold(uint8_t* frame, int32_t width, int32_t height, Channel channel, uint8_t low,
+                   uint8_t high);
+
+Status Greyscale(uint8_t* frame, int32_t width, int32_t height, uint8_t* scratch);
+Status Invert(uint8_t* frame, int32_t width, int32_t height, uint8_t* scratch);
+
+void Lightness(uint8_t* frame, int32_t width, int32_t height, int32_t amount);
+void Darkness(uint8_t* frame, int32_t width, int32_t height, int32_t amount);
+void Contrast(uint8_t* frame, int32_t width, int32_t height, int32_t k);
+void Saturation(uint8_t* frame, int32_t width, int32_t height, uint32_t s);
+void Posterize(uint8_t* frame, int32_t width, int32_t height, int32_t level);
+void Solarize(uint8_t* frame, int32_t width, int32_t height, int32_t threshold);
+
+// The general (row-by-row) lightness pass, whatever the width: what PerfTest repeats.
+void LightnessRows(uint8_t* frame, int32_t width, int32_t height, int32_t amount);
+
+// Runs the general lightness pass 50 times between two readings of the platform's counter and
+// returns the last reading (nonzero). Nothing of the measurement is kept.
+int32_t PerfTest(uint8_t* frame, int32_t width, int32_t height, int32_t level);
+
+}  // namespace framekit::effects

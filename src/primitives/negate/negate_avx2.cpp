@@ -1,0 +1,17 @@
+// Negate into a copy, AVX2 level: class 6. The reference's loop with 32-byte vectors.
+#include <cstdint>
+#include <cstring>
+
+#include "primitives/core/checks.h"
+#include "primitives/negate/negate.h"
+
+namespace framekit::prim::avx2 {
+
+#include "primitives/negate/negate_kernel.h"
+
+Status NegateC3IntoCopy(uint8_t* frame, int32_t frame_step, uint8_t* copy, int32_t copy_step,
+                        Size roi) {
+  return NegateRows<Bytes32>(frame, frame_step, copy, copy_step, roi);
+}
+
+}  // namespace framekit::prim::avx2

@@ -1,0 +1,33 @@
+// Subtraction, SSE2 level: classes 1 to 5. 16 bytes a step with an unsigned saturating subtract
+// (the clipped difference) when the scale factor is 0; the rest of a row, and every row for other
+// scale factors, byte by byte. In place, so the last bytes are never covered by an overlapping
+// vector (subtracting twice would be wrong). Unaligned loads; nothing outside a row's 3 * width
+// bytes is touched.
+#include <emmintrin.h>
+
+#include <cstdint>
+
+#include "primitives/core/checks.h"
+#include "primitives/sub/sub.h"
+
+namespace framekit::prim::sse2 {
+
+Status ippiSub_8u_C3IRSfs(const uint8_t* src, int32_t src_step, uint8_t* src_dst,
+                          int32_t src_dst_step, Size roi, int32_t scale) {
+  if (const Status s = CheckTwo(src, src_dst, roi); s != ippStsNoErr) return s;
+  const int64_t n = int64_t{roi.width} * 3;
+  const int64_t vector_bytes = scale == 0 ? n / 16 * 16 : 0;
+  for (int32_t r = 0; r < roi.height; ++r) {
+    const uint8_t* s = src + int64_t{r} * src_step;
+    uint8_t* d = src_dst + int64_t{r} * src_dst_step;
+    for (int64_t i = 0; i < vector_bytes; i += 16) {
+      const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(d + i));
+      const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i));
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(d + i), _mm_subs_epu8(a, b));
+    }
+    for (int64_t i = vector_bytes; i < n; ++i) d[i] = SubScaledByte(d[i], s[i], scale);
+  }
+  return ippStsNoErr;
+}
+
+}  // namespace framekit::prim::sse2

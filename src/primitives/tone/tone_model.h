@@ -1,0 +1,107 @@
+// The per-byte and per-pixel formulas of the tone effects, in plain scalar code.
+//
+// The fast path of an effect processes 16 pixels at a time in single precision: bytes widened to
+// 32-bit lanes, converted to float, multiplied, converted back with round-to-nearest-even and
+// packed with saturation. These functions reproduce those steps exactly, including what the
+// vector conversion does with NaN or an out-of-range value (it gives INT32_MIN), so they serve
+// as the reference for every vector variant and as the fast path itself on other processors.
+// The last n % 16 pixels of a fast-path frame and the general paths truncate instead.
+//
+// Everything here has internal linkage: per-ISA files use these for their tails, and a merged
+// out-of-line copy compiled with their flags must never serve baseline code.
+#pragma once
+
+#include <cmath>
+#include <cstdint>
+
+#include "primitives/core/wrap.h"
+
+namespace framekit::prim::tone {
+
+// Float to int32 as cvtps2dq does it in the default rounding mode: nearest, ties to even; NaN
+// and values outside the int32 range give INT32_MIN.
+static inline int32_t RoundEven(float x) {
+  if (!(x >= -2147483648.0f && x < 2147483648.0f)) return INT32_MIN;
+  float whole = std::floor(x);
+  const float frac = x - whole;  // exact
+  if (frac > 0.5f || (frac == 0.5f && std::fmod(whole, 2.0f) != 0.0f)) whole += 1.0f;
+  return static_cast<int32_t>(whole);
+}
+
+// Truncation toward zero as cvttsd2si does it: NaN and out-of-range values give INT32_MIN.
+// (A float argument converts to double exactly.)
+static inline int32_t Truncate(double x) {
+  if (!(x > -2147483649.0 && x < 2147483648.0)) return INT32_MIN;
+  return static_cast<int32_t>(x);
+}
+
+static inline uint8_t ClampByte(int32_t v) {
+  return static_cast<uint8_t>(v < 0 ? 0 : (v > 255 ? 255 : v));
+}
+static inline int32_t ClampInt16(int32_t v) {
+  return v < -32768 ? -32768 : (v > 32767 ? 32767 : v);
+}
+
+// ---- Lightness and darkness: level is the clamped amount, 1..255 from the effects.
+
+static inline float LevelScale(int32_t level) { return static_cast<float>(level) / 255.0f; }
+
+// Block pixels: the lane sum wraps in 32 bits and the pack saturates.
+static inline uint8_t LightnessBlockByte(uint8_t v, float scale) {
+  return ClampByte(WrapAdd(v, RoundEven(static_cast<float>(255 - v) * scale)));
+}
+static inline uint8_t DarknessBlockByte(uint8_t v, float scale) {
+  return ClampByte(WrapSub(v, RoundEven(static_cast<float>(v) * scale)));
+}
+// Tail and general path: exact truncating division by 255.
+static inline uint8_t LightnessTruncByte(uint8_t v, int32_t level) {
+  return ClampByte(WrapAdd(v, WrapMul(255 - v, level) / 255));
+}
+static inline uint8_t DarknessTruncByte(uint8_t v, int32_t level) {
+  return ClampByte(WrapSub(v, WrapMul(v, level) / 255));
+}
+
+// ---- Contrast about 128. The factor is not guarded: K = 259 divides by zero.
+
+static inline float ContrastFactorSingle(int32_t k) {
+  return static_cast<float>(WrapAdd(k, 255)) * 259.0f / ((259.0f - static_cast<float>(k)) * 255.0f);
+}
+static inline double ContrastFactorDouble(int32_t k) {
+  return static_cast<double>(WrapAdd(k, 255)) * 259.0 / ((259.0 - static_cast<double>(k)) * 255.0);
+}
+// Block pixels: the product saturates to 16 bits, 128 is added, and the pack saturates to a byte.
+static inline uint8_t ContrastBlockByte(uint8_t v, float factor) {
+  const int32_t r = ClampInt16(RoundEven(static_cast<float>(v - 128) * factor));
+  return ClampByte(r + 128);
+}
+// Tail pixels of the fast path: single precision, truncated.
+static inline uint8_t ContrastTailByte(uint8_t v, float factor) {
+  return ClampByte(Truncate(static_cast<float>(v - 128) * factor + 128.0f));
+}
+// The general path: double precision, truncated.
+static inline uint8_t ContrastGeneralByte(uint8_t v, double factor) {
+  return ClampByte(Truncate(static_cast<double>(v - 128) * factor + 128.0));
+}
+
+// ---- Saturation about the pixel's mean. s is float(S) / 255.
+
+static inline float SaturationScale(uint32_t s) { return static_cast<float>(s) / 255.0f; }
+
+// Block pixels: rounded mean, rounded scaled difference, 32-bit wrapping sum, saturating pack.
+static inline void SaturationBlockPixel(uint8_t* p, float scale) {
+  const int32_t m = RoundEven(static_cast<float>(p[0] + p[1] + p[2]) * 0.33333334f);
+  for (int c = 0; c < 3; ++c) {
+    p[c] = ClampByte(WrapAdd(m, RoundEven(static_cast<float>(WrapSub(p[c], m)) * scale)));
+  }
+}
+// Tail and general path: truncated mean, signed truncating division, low 8 bits kept (a
+// saturation above 255 may wrap).
+static inline void SaturationTruncPixel(uint8_t* p, uint32_t s) {
+  const int32_t m = (p[0] + p[1] + p[2]) / 3;
+  for (int c = 0; c < 3; ++c) {
+    const int32_t q = WrapMul(p[c] - m, static_cast<int32_t>(s)) / 255;
+    p[c] = static_cast<uint8_t>(WrapAdd(m, q));
+  }
+}
+
+}  // namespace framekit::prim::tone

@@ -1,0 +1,78 @@
+// Reference fast-path kernels. Lightness, darkness and contrast change each byte on its own, so
+// a row is two table look-ups: one table built from the block formula, one from the tail formula.
+// Saturation mixes the three bytes of a pixel and runs the model pixel by pixel.
+#include <cstddef>
+
+#include "primitives/core/checks.h"
+#include "primitives/tone/tone.h"
+#include "primitives/tone/tone_model.h"
+
+namespace framekit::prim::ref {
+namespace {
+
+struct Tables {
+  uint8_t block[256];
+  uint8_t tail[256];
+};
+
+Status ApplyTables(uint8_t* p, int32_t step, Size roi, const Tables& t) {
+  const int64_t block_bytes = int64_t{roi.width / 16} * 48;
+  const int64_t row_bytes = int64_t{roi.width} * 3;
+  for (int32_t r = 0; r < roi.height; ++r) {
+    uint8_t* row = p + int64_t{r} * step;
+    for (int64_t i = 0; i < block_bytes; ++i) row[i] = t.block[row[i]];
+    for (int64_t i = block_bytes; i < row_bytes; ++i) row[i] = t.tail[row[i]];
+  }
+  return ippStsNoErr;
+}
+
+}  // namespace
+
+Status LightnessBlocks(uint8_t* p, int32_t step, Size roi, int32_t level) {
+  if (const Status s = CheckOne(p, roi); s != ippStsNoErr) return s;
+  Tables t;
+  const float scale = tone::LevelScale(level);
+  for (int v = 0; v < 256; ++v) {
+    t.block[v] = tone::LightnessBlockByte(static_cast<uint8_t>(v), scale);
+    t.tail[v] = tone::LightnessTruncByte(static_cast<uint8_t>(v), level);
+  }
+  return ApplyTables(p, step, roi, t);
+}
+
+Status DarknessBlocks(uint8_t* p, int32_t step, Size roi, int32_t level) {
+  if (const Status s = CheckOne(p, roi); s != ippStsNoErr) return s;
+  Tables t;
+  const float scale = tone::LevelScale(level);
+  for (int v = 0; v < 256; ++v) {
+    t.block[v] = tone::DarknessBlockByte(static_cast<uint8_t>(v), scale);
+    t.tail[v] = tone::DarknessTruncByte(static_cast<uint8_t>(v), level);
+  }
+  return ApplyTables(p, step, roi, t);
+}
+
+Status ContrastBlocks(uint8_t* p, int32_t step, Size roi, int32_t k) {
+  if (const Status s = CheckOne(p, roi); s != ippStsNoErr) return s;
+  Tables t;
+  const float factor = tone::ContrastFactorSingle(k);
+  for (int v = 0; v < 256; ++v) {
+    t.block[v] = tone::ContrastBlockByte(static_cast<uint8_t>(v), factor);
+    t.tail[v] = tone::ContrastTailByte(static_cast<uint8_t>(v), factor);
+  }
+  return ApplyTables(p, step, roi, t);
+}
+
+Status SaturationBlocks(uint8_t* p, int32_t step, Size roi, uint32_t s) {
+  if (const Status st = CheckOne(p, roi); st != ippStsNoErr) return st;
+  const float scale = tone::SaturationScale(s);
+  const int32_t blocks = roi.width / 16 * 16;
+  for (int32_t r = 0; r < roi.height; ++r) {
+    uint8_t* row = p + int64_t{r} * step;
+    for (int32_t x = 0; x < blocks; ++x) tone::SaturationBlockPixel(row + int64_t{x} * 3, scale);
+    for (int32_t x = blocks; x < roi.width; ++x) {
+      tone::SaturationTruncPixel(row + int64_t{x} * 3, s);
+    }
+  }
+  return ippStsNoErr;
+}
+
+}  // namespace framekit::prim::ref

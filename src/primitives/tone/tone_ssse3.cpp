@@ -1,0 +1,71 @@
+// Fast-path saturation, SSSE3 level: classes 2 to 5 (class 1 uses the reference). A block of
+// 16 pixels is split into its three channels with pshufb, widened to 32-bit lanes, computed in
+// single precision as the model does (rounded mean, rounded scaled difference, wrapping sum),
+// packed with saturation and interleaved back. The tail (width % 16 pixels) runs the model's
+// truncating formula. Unaligned loads; nothing outside a row's 3 * width bytes is touched.
+#include <tmmintrin.h>
+
+#include <cstdint>
+
+#include "primitives/core/checks.h"
+#include "primitives/tone/tone.h"
+#include "primitives/tone/tone_model.h"
+
+namespace framekit::prim::ssse3 {
+
+#include "primitives/tone/saturation_shuffles.h"
+
+namespace {
+
+struct Quad {
+  __m128i v[4];
+};
+
+inline Quad Widen(__m128i x) {
+  const __m128i zero = _mm_setzero_si128();
+  const __m128i lo = _mm_unpacklo_epi8(x, zero), hi = _mm_unpackhi_epi8(x, zero);
+  return {{_mm_unpacklo_epi16(lo, zero), _mm_unpackhi_epi16(lo, zero), _mm_unpacklo_epi16(hi, zero),
+           _mm_unpackhi_epi16(hi, zero)}};
+}
+
+inline __m128i Narrow(const Quad& q) {
+  return _mm_packus_epi16(_mm_packs_epi32(q.v[0], q.v[1]), _mm_packs_epi32(q.v[2], q.v[3]));
+}
+
+inline __m128i Scaled(__m128i lanes, __m128 scale) {
+  return _mm_cvtps_epi32(_mm_mul_ps(_mm_cvtepi32_ps(lanes), scale));
+}
+
+void SaturateBlock(uint8_t* px, __m128 scale) {
+  const __m128 third = _mm_set1_ps(0.33333334f);
+  __m128i in[3], ch[3];
+  for (int i = 0; i < 3; ++i) in[i] = _mm_loadu_si128(reinterpret_cast<__m128i*>(px + 16 * i));
+  SplitChannels(in, ch);
+  Quad q[3] = {Widen(ch[0]), Widen(ch[1]), Widen(ch[2])};
+  for (int k = 0; k < 4; ++k) {
+    const __m128i sum = _mm_add_epi32(_mm_add_epi32(q[0].v[k], q[1].v[k]), q[2].v[k]);
+    const __m128i mean = Scaled(sum, third);
+    for (Quad& c : q) c.v[k] = _mm_add_epi32(mean, Scaled(_mm_sub_epi32(c.v[k], mean), scale));
+  }
+  for (int c = 0; c < 3; ++c) ch[c] = Narrow(q[c]);
+  JoinChannels(ch, in);
+  for (int i = 0; i < 3; ++i) _mm_storeu_si128(reinterpret_cast<__m128i*>(px + 16 * i), in[i]);
+}
+
+}  // namespace
+
+Status SaturationBlocks(uint8_t* p, int32_t step, Size roi, uint32_t s) {
+  if (const Status st = CheckOne(p, roi); st != ippStsNoErr) return st;
+  const __m128 scale = _mm_set1_ps(tone::SaturationScale(s));
+  const int32_t blocks = roi.width / 16;
+  for (int32_t r = 0; r < roi.height; ++r) {
+    uint8_t* row = p + int64_t{r} * step;
+    for (int32_t b = 0; b < blocks; ++b) SaturateBlock(row + int64_t{b} * 48, scale);
+    for (int32_t x = blocks * 16; x < roi.width; ++x) {
+      tone::SaturationTruncPixel(row + int64_t{x} * 3, s);
+    }
+  }
+  return ippStsNoErr;
+}
+
+}  // namespace framekit::prim::ssse3

@@ -1,0 +1,63 @@
+// Fast-path tone kernels of every class against the scalar model (the reference). A row's
+// first 16 * (width / 16) pixels are blocks and the rest the tail, so the harness's widths give
+// every tail length 0-15. Amounts come from the case's random bits: mostly the useful range,
+// sometimes anything at all (the kernels must agree on NaN and overflow too).
+#include "primitives/tone/tone.h"
+#include "primitives/variants/harness.h"
+
+namespace framekit::test {
+namespace {
+
+PrimitiveShape InPlaceFrame() {
+  return {.images = {{"frame", 3, Access::kReadWrite}}, .scalar = true};
+}
+
+int32_t Level(uint64_t bits) {
+  if ((bits & 7) == 0) return static_cast<int32_t>(static_cast<uint32_t>(bits >> 32));
+  return 1 + static_cast<int32_t>((bits >> 8) % 255);
+}
+
+int32_t ContrastK(uint64_t bits) {
+  switch (bits & 7) {
+    case 0:
+      return 259;  // infinite factor
+    case 1:
+      return static_cast<int32_t>(static_cast<uint32_t>(bits >> 32));
+    default:
+      return static_cast<int32_t>((bits >> 8) % 601) - 300;
+  }
+}
+
+uint32_t SaturationS(uint64_t bits) {
+  if ((bits & 7) == 0) return static_cast<uint32_t>(bits >> 32);
+  return static_cast<uint32_t>((bits >> 8) % 1001);
+}
+
+struct LevelDriver {
+  PrimitiveShape Shape() const { return InPlaceFrame(); }
+  prim::Status Call(prim::LevelBlocksFn fn, const CallArgs& a) const {
+    return fn(a.image[0], a.step[0], a.roi, Level(a.scalar));
+  }
+};
+
+struct ContrastDriver {
+  PrimitiveShape Shape() const { return InPlaceFrame(); }
+  prim::Status Call(prim::ContrastBlocksFn fn, const CallArgs& a) const {
+    return fn(a.image[0], a.step[0], a.roi, ContrastK(a.scalar));
+  }
+};
+
+struct SaturationDriver {
+  PrimitiveShape Shape() const { return InPlaceFrame(); }
+  prim::Status Call(prim::SaturationBlocksFn fn, const CallArgs& a) const {
+    return fn(a.image[0], a.step[0], a.roi, SaturationS(a.scalar));
+  }
+};
+
+FK_VARIANT_TEST(kLightnessBlocksTable, LightnessBlocks, LevelDriver{});
+FK_VARIANT_TEST(kDarknessBlocksTable, DarknessBlocks, LevelDriver{});
+FK_VARIANT_TEST(kContrastBlocksTable, ContrastBlocks, ContrastDriver{});
+FK_VARIANT_TEST(kSaturationBlocksTable, SaturationBlocks, SaturationDriver{});
+
+}  // namespace
+}  // namespace framekit::test
