@@ -80,5 +80,6 @@ void RegisterMemcpy(const std::string& name, int64_t bytes, int64_t pixels);
 
 void RegisterPrimitiveBenchmarks();
 void RegisterExportBenchmarks();
+void RegisterConvertBenchmarks();
 
 }  // namespace framekit::bench

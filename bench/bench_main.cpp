@@ -30,6 +30,7 @@ int main(int argc, char** argv) {
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
   framekit::bench::RegisterPrimitiveBenchmarks();
   framekit::bench::RegisterExportBenchmarks();
+  framekit::bench::RegisterConvertBenchmarks();
   benchmark::RunSpecifiedBenchmarks();
   benchmark::Shutdown();
   return 0;
