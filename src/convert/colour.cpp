@@ -27,7 +27,8 @@ Yv12Planes<Byte> PlanesOf(Byte* frame, int32_t width, int32_t height) {
 }
 
 // Row `row` of a frame, as an address (the frame may be null or the row outside it).
-uint8_t* RowAt(uint8_t* frame, int32_t stride, int32_t row) {
+template <typename Byte>
+Byte* RowAt(Byte* frame, int32_t stride, int32_t row) {
   return OffsetAddress(frame, WrapMul(row, stride));
 }
 
@@ -105,11 +106,23 @@ Status Rgb24ToRgb32(const uint8_t* src, uint8_t* dst, int32_t width, int32_t hei
                                   {width, height});
 }
 
-// Byte 3 gets alpha added to what the destination held (saturating), not set to alpha.
+// Byte 3 gets alpha added to what the destination held (saturating), not set to alpha. When the
+// copy will succeed, copy and addition run row by row, so the addition finds its row in cache;
+// otherwise the addition runs after the failed copy on the whole destination.
 Status Rgb24ToRgba(const uint8_t* src, uint8_t* dst, int32_t width, int32_t height, uint8_t alpha) {
-  Rgb24ToRgb32(src, dst, width, height);
   const uint8_t value[4] = {0, 0, 0, alpha};
-  return prim::ippiAddC_8u_C4IRSfs(value, dst, WrapMul(4, width), {width, height}, 0);
+  const int32_t dst_step = WrapMul(4, width);
+  if (src == nullptr || dst == nullptr || width <= 0 || height <= 0) {
+    Rgb24ToRgb32(src, dst, width, height);
+    return prim::ippiAddC_8u_C4IRSfs(value, dst, dst_step, {width, height}, 0);
+  }
+  const int32_t src_step = RowByteStrideRGB24(width);
+  for (int32_t r = 0; r < height; ++r) {
+    uint8_t* row = RowAt(dst, dst_step, r);
+    prim::ippiCopy_8u_C3AC4R(RowAt(src, src_step, r), src_step, row, dst_step, {width, 1});
+    prim::ippiAddC_8u_C4IRSfs(value, row, dst_step, {width, 1}, 0);
+  }
+  return prim::ippStsNoErr;
 }
 
 Status Rgb24ToBgr24(const uint8_t* src, uint8_t* dst, int32_t width, int32_t height, int32_t step) {
