@@ -1,9 +1,10 @@
 // YUV to BGR conversions, AVX2 level: class 6.
-// Sixteen pixels a step, with the reference's 32-bit products (vpmulld) so every rounding and
-// shift is the reference's; the three channels are clamped by the unsigned pack, as the
-// reference's clamp does. Each step writes exactly its 48 bytes. Tails: the pixels left after the
-// last whole step (fewer than 16, and the odd last pixel or column) go through the scalar
-// formulas of colour_kernels.h. Nothing outside a row's pixels is read or written.
+// Sixteen pixels a step. Every sum is the reference's exact 32-bit value (4:2:2 as 16-bit
+// multiply-adds of an exact split, 4:2:0 with vpmulld) before the same shifts; the channels are
+// clamped by the unsigned pack, as the reference's clamp does. Each step writes exactly its 48
+// bytes. Tails: the pixels left after the last whole step (fewer than 16, and the odd last pixel or
+// column) go through the scalar formulas of colour_kernels.h. Nothing outside a row's pixels is
+// read or written.
 #include <immintrin.h>
 
 #include <cstdint>
@@ -16,11 +17,6 @@ namespace {
 
 inline __m256i Mul(__m256i a, int32_t k) { return _mm256_mullo_epi32(a, _mm256_set1_epi32(k)); }
 inline __m256i Add(__m256i a, int32_t k) { return _mm256_add_epi32(a, _mm256_set1_epi32(k)); }
-
-// Sixteen int32 values (pixels 0-7 in lo, 8-15 in hi) as sixteen int16 in pixel order.
-inline __m256i Narrow(__m256i lo, __m256i hi) {
-  return _mm256_permute4x64_epi64(_mm256_packs_epi32(lo, hi), 0xD8);
-}
 
 // Sixteen pixels from three channels of sixteen int16 each, clamped to 0..255, as 48 BGR bytes.
 inline void StoreBgr16(uint8_t* d, __m256i b, __m256i g, __m256i r) {
@@ -54,32 +50,55 @@ inline __m256i Doubled(__m256i terms) {
   return _mm256_set_m128i(_mm_unpackhi_epi16(t, t), _mm_unpacklo_epi16(t, t));
 }
 
-// One 4:2:2 row: sixteen pixels (eight groups Y0, U, Y1, V) a step.
+inline __m256i Pairs16(int16_t a, int16_t b) {
+  return _mm256_set1_epi32(static_cast<int32_t>(static_cast<uint16_t>(a)) |
+                           (static_cast<int32_t>(static_cast<uint16_t>(b)) << 16));
+}
+inline __m256i Madd(__m256i pairs, int16_t a, int16_t b) {
+  return _mm256_madd_epi16(pairs, Pairs16(a, b));
+}
+inline __m256i Shift16(__m256i x, int32_t k) { return _mm256_srai_epi32(Add(x, k), 16); }
+
+// One 4:2:2 channel of eight pixels (four of each lane) from 16-bit (Y, U) and (Y, V) pairs.
+// The reference's sums split exactly as 65536 * whole + rest, so each channel is whole plus
+// rest >> 16, with U and V unsigned (their offsets of 128 folded into the constants):
+//   red   = Y + 2V - 256 + ((10748 Y - 26477 V + 2201280) >> 16)
+//   green = Y - V + ((10748 Y - 25690 U + 12255 V + 8920512) >> 16)
+//   blue  = Y + 2U - 256 + ((10748 Y + 1114 U - 1330368) >> 16)
+struct Bgr8 {
+  __m256i b, g, r;
+};
+inline Bgr8 Convert422(__m256i yu, __m256i yv) {
+  const __m256i b =
+      _mm256_add_epi32(Add(Madd(yu, 1, 2), -256), Shift16(Madd(yu, 10748, 1114), -1330368));
+  const __m256i g = _mm256_add_epi32(
+      Madd(yv, 1, -1),
+      Shift16(_mm256_add_epi32(Madd(yu, 10748, -25690), Madd(yv, 0, 12255)), 8920512));
+  const __m256i r =
+      _mm256_add_epi32(Add(Madd(yv, 1, 2), -256), Shift16(Madd(yv, 10748, -26477), 2201280));
+  return {b, g, r};
+}
+
+// One 4:2:2 row: sixteen pixels (eight groups Y0, U, Y1, V) a step, one lane of eight pixels
+// split into two halves of four.
 void Row422(const uint8_t* s, uint8_t* d, int32_t width) {
-  const __m256i split = _mm256_setr_epi8(0, 2, 4, 6, 8, 10, 12, 14, 1, 5, 9, 13, 3, 7, 11, 15, 0, 2,
-                                         4, 6, 8, 10, 12, 14, 1, 5, 9, 13, 3, 7, 11, 15);
-  const __m256i first_half = _mm256_setr_epi32(0, 0, 1, 1, 2, 2, 3, 3);
-  const __m256i second_half = _mm256_setr_epi32(4, 4, 5, 5, 6, 6, 7, 7);
+  const __m256i yu_first = _mm256_setr_epi8(0, -1, 1, -1, 2, -1, 1, -1, 4, -1, 5, -1, 6, -1, 5, -1,
+                                            0, -1, 1, -1, 2, -1, 1, -1, 4, -1, 5, -1, 6, -1, 5, -1);
+  const __m256i yu_second =
+      _mm256_setr_epi8(8, -1, 9, -1, 10, -1, 9, -1, 12, -1, 13, -1, 14, -1, 13, -1, 8, -1, 9, -1,
+                       10, -1, 9, -1, 12, -1, 13, -1, 14, -1, 13, -1);
+  const __m256i to_yv = _mm256_set1_epi32(2 << 16);  // U at byte 4k + 1, V at 4k + 3
   int32_t x = 0;
   for (; x + 16 <= width; x += 16) {
-    // Lane k: Y of pixels 8k..8k+7, then U and V of groups 4k..4k+3.
-    const __m256i in =
-        _mm256_shuffle_epi8(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(s + 2 * x)), split);
-    const __m128i lo = _mm256_castsi256_si128(in), hi = _mm256_extracti128_si256(in, 1);
-    const __m128i uv = _mm_unpacklo_epi32(_mm_srli_si128(lo, 8), _mm_srli_si128(hi, 8));
-    const __m256i u = Add(_mm256_cvtepu8_epi32(uv), -128);
-    const __m256i v = Add(_mm256_cvtepu8_epi32(_mm_srli_si128(uv, 8)), -128);
-    const __m256i t_lo = Add(Mul(_mm256_cvtepu8_epi32(lo), 76284), -1187776);
-    const __m256i t_hi = Add(Mul(_mm256_cvtepu8_epi32(hi), 76284), -1187776);
-    const __m256i cb = Mul(u, 132186);
-    const __m256i cg = _mm256_add_epi32(Mul(u, -25690), Mul(v, -53281));
-    const __m256i cr = Mul(v, 104595);
-    auto channel = [&](__m256i c) {
-      const __m256i a = _mm256_add_epi32(t_lo, _mm256_permutevar8x32_epi32(c, first_half));
-      const __m256i b = _mm256_add_epi32(t_hi, _mm256_permutevar8x32_epi32(c, second_half));
-      return Narrow(_mm256_srai_epi32(a, 16), _mm256_srai_epi32(b, 16));
-    };
-    StoreBgr16(d + 3 * x, channel(cb), channel(cg), channel(cr));
+    const __m256i in = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(s + 2 * x));
+    const __m256i yu0 = _mm256_shuffle_epi8(in, yu_first);
+    const __m256i yu1 = _mm256_shuffle_epi8(in, yu_second);
+    const __m256i yv0 = _mm256_shuffle_epi8(in, _mm256_add_epi8(yu_first, to_yv));
+    const __m256i yv1 = _mm256_shuffle_epi8(in, _mm256_add_epi8(yu_second, to_yv));
+    const Bgr8 first = Convert422(yu0, yv0), second = Convert422(yu1, yv1);
+    // Lane k of a pack: pixels 8k..8k+3 from the first half, 8k+4..8k+7 from the second.
+    StoreBgr16(d + 3 * x, _mm256_packs_epi32(first.b, second.b),
+               _mm256_packs_epi32(first.g, second.g), _mm256_packs_epi32(first.r, second.r));
   }
   for (; x + 2 <= width; x += 2) {
     const uint8_t* g = s + 2 * x;
