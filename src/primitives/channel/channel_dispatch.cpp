@@ -3,15 +3,18 @@
 namespace framekit::prim {
 
 FK_PRIMITIVE_TABLE(kCopyAC4C3RTable, ippiCopy_8u_AC4C3R, ChannelCopyFn,
-                   .ref = ref::ippiCopy_8u_AC4C3R, .avx2 = FK_X86(avx2::ippiCopy_8u_AC4C3R));
+                   .ref = ref::ippiCopy_8u_AC4C3R, .ssse3 = FK_X86(ssse3::ippiCopy_8u_AC4C3R),
+                   .avx2 = FK_X86(avx2::ippiCopy_8u_AC4C3R));
 FK_PRIMITIVE_TABLE(kCopyC3AC4RTable, ippiCopy_8u_C3AC4R, ChannelCopyFn,
-                   .ref = ref::ippiCopy_8u_C3AC4R, .avx2 = FK_X86(avx2::ippiCopy_8u_C3AC4R));
+                   .ref = ref::ippiCopy_8u_C3AC4R, .ssse3 = FK_X86(ssse3::ippiCopy_8u_C3AC4R),
+                   .avx2 = FK_X86(avx2::ippiCopy_8u_C3AC4R));
 FK_PRIMITIVE_TABLE(kAddCC4IRSfsTable, ippiAddC_8u_C4IRSfs, AddCC4Fn,
-                   .ref = ref::ippiAddC_8u_C4IRSfs, .avx2 = FK_X86(avx2::ippiAddC_8u_C4IRSfs));
+                   .ref = ref::ippiAddC_8u_C4IRSfs, .ssse3 = FK_X86(ssse3::ippiAddC_8u_C4IRSfs),
+                   .avx2 = FK_X86(avx2::ippiAddC_8u_C4IRSfs));
 FK_PRIMITIVE_TABLE(kSwapChannelsC3RTable, ippiSwapChannels_8u_C3R, SwapC3Fn,
                    .ref = ref::ippiSwapChannels_8u_C3R,
+                   .ssse3 = FK_X86(ssse3::ippiSwapChannels_8u_C3R),
                    .avx2 = FK_X86(avx2::ippiSwapChannels_8u_C3R));
-
 Status ippiCopy_8u_AC4C3R(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_step,
                           Size roi) {
   return kCopyAC4C3RTable[ClassIndex()](src, src_step, dst, dst_step, roi);
