@@ -60,6 +60,7 @@ static inline Status Status420(Size roi) {
   }
 
 FK_DECLARE_COLOUR_VARIANTS(ref)
+FK_DECLARE_COLOUR_VARIANTS(ssse3)
 FK_DECLARE_COLOUR_VARIANTS(avx2)
 
 // Dispatch entries.

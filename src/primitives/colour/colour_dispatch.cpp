@@ -4,12 +4,14 @@ namespace framekit::prim {
 
 FK_PRIMITIVE_TABLE(kYCbCr422ToBGRTable, ippiYCbCr422ToBGR_8u_C2C3R, PackedConvertFn,
                    .ref = ref::ippiYCbCr422ToBGR_8u_C2C3R,
+                   .ssse3 = FK_X86(ssse3::ippiYCbCr422ToBGR_8u_C2C3R),
                    .avx2 = FK_X86(avx2::ippiYCbCr422ToBGR_8u_C2C3R));
 FK_PRIMITIVE_TABLE(kBGRToYCbCr422Table, ippiBGRToYCbCr422_8u_C3C2R, PackedConvertFn,
                    .ref = ref::ippiBGRToYCbCr422_8u_C3C2R,
                    .avx2 = FK_X86(avx2::ippiBGRToYCbCr422_8u_C3C2R));
 FK_PRIMITIVE_TABLE(kYUV420ToBGRTable, ippiYUV420ToBGR_8u_P3C3R, PlanarToPackedFn,
                    .ref = ref::ippiYUV420ToBGR_8u_P3C3R,
+                   .ssse3 = FK_X86(ssse3::ippiYUV420ToBGR_8u_P3C3R),
                    .avx2 = FK_X86(avx2::ippiYUV420ToBGR_8u_P3C3R));
 FK_PRIMITIVE_TABLE(kBGRToYUV420Table, ippiBGRToYUV420_8u_C3P3R, PackedToPlanarFn,
                    .ref = ref::ippiBGRToYUV420_8u_C3P3R,
