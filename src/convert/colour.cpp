@@ -107,8 +107,8 @@ Status Rgb24ToRgb32(const uint8_t* src, uint8_t* dst, int32_t width, int32_t hei
 }
 
 // Byte 3 gets alpha added to what the destination held (saturating), not set to alpha. When the
-// copy will succeed, copy and addition run row by row, so the addition finds its row in cache;
-// otherwise the addition runs after the failed copy on the whole destination.
+// copy will succeed, copy and addition are one pass (the same bytes); otherwise the addition runs
+// after the failed copy on the whole destination.
 Status Rgb24ToRgba(const uint8_t* src, uint8_t* dst, int32_t width, int32_t height, uint8_t alpha) {
   const uint8_t value[4] = {0, 0, 0, alpha};
   const int32_t dst_step = WrapMul(4, width);
@@ -116,13 +116,7 @@ Status Rgb24ToRgba(const uint8_t* src, uint8_t* dst, int32_t width, int32_t heig
     Rgb24ToRgb32(src, dst, width, height);
     return prim::ippiAddC_8u_C4IRSfs(value, dst, dst_step, {width, height}, 0);
   }
-  const int32_t src_step = RowByteStrideRGB24(width);
-  for (int32_t r = 0; r < height; ++r) {
-    uint8_t* row = RowAt(dst, dst_step, r);
-    prim::ippiCopy_8u_C3AC4R(RowAt(src, src_step, r), src_step, row, dst_step, {width, 1});
-    prim::ippiAddC_8u_C4IRSfs(value, row, dst_step, {width, 1}, 0);
-  }
-  return prim::ippStsNoErr;
+  return prim::CopyC3AC4AddC(src, RowByteStrideRGB24(width), dst, dst_step, {width, height}, value);
 }
 
 Status Rgb24ToBgr24(const uint8_t* src, uint8_t* dst, int32_t width, int32_t height, int32_t step) {

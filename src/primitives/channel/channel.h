@@ -8,6 +8,10 @@
 //                           Scale 0 is a saturating add; a negative scale multiplies by 2^-scale.
 //   ippiSwapChannels_8u_C3R destination byte c = source byte order[c]; order values 0..2, else
 //                           ippStsChannelOrderErr. src may equal dst (same step): in place.
+//   CopyC3AC4AddC           ippiCopy_8u_C3AC4R then ippiAddC_8u_C4IRSfs(value, scale 0) on the
+//                           destination, in one pass: byte c < 3 = min(src[c] + value[c], 255),
+//                           byte 3 = min(byte 3 + value[3], 255). Checks: null src, dst or value
+//                           (-8), size (-6).
 #pragma once
 
 #include <cstdint>
@@ -22,7 +26,10 @@ using ChannelCopySig = Status(const uint8_t* src, int32_t src_step, uint8_t* dst
 using AddCC4Sig = Status(const uint8_t value[4], uint8_t* p, int32_t step, Size roi, int32_t scale);
 using SwapC3Sig = Status(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_step,
                          Size roi, const int32_t order[3]);
+using CopyAddSig = Status(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_step,
+                          Size roi, const uint8_t value[4]);
 using ChannelCopyFn = ChannelCopySig*;
+using CopyAddFn = CopyAddSig*;
 using AddCC4Fn = AddCC4Sig*;
 using SwapC3Fn = SwapC3Sig*;
 
@@ -58,6 +65,7 @@ static inline uint8_t ScaledSum(int32_t sum, int32_t scale) {
   ChannelCopySig ippiCopy_8u_AC4C3R;     \
   ChannelCopySig ippiCopy_8u_C3AC4R;     \
   AddCC4Sig ippiAddC_8u_C4IRSfs;         \
+  CopyAddSig CopyC3AC4AddC;              \
   SwapC3Sig ippiSwapChannels_8u_C3R;     \
   }
 
@@ -68,11 +76,13 @@ FK_DECLARE_CHANNEL_VARIANTS(avx2)
 ChannelCopySig ippiCopy_8u_AC4C3R;
 ChannelCopySig ippiCopy_8u_C3AC4R;
 AddCC4Sig ippiAddC_8u_C4IRSfs;
+CopyAddSig CopyC3AC4AddC;
 SwapC3Sig ippiSwapChannels_8u_C3R;
 
 extern const Table<ChannelCopyFn> kCopyAC4C3RTable;
 extern const Table<ChannelCopyFn> kCopyC3AC4RTable;
 extern const Table<AddCC4Fn> kAddCC4IRSfsTable;
+extern const Table<CopyAddFn> kCopyC3AC4AddCTable;
 extern const Table<SwapC3Fn> kSwapChannelsC3RTable;
 
 }  // namespace framekit::prim

@@ -80,6 +80,35 @@ Status ippiCopy_8u_C3AC4R(const uint8_t* src, int32_t src_step, uint8_t* dst, in
   return ippStsNoErr;
 }
 
+Status CopyC3AC4AddC(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_step, Size roi,
+                     const uint8_t value[4]) {
+  if (value == nullptr) return ippStsNullPtrErr;
+  if (const Status s = CheckTwo(src, dst, roi); s != ippStsNoErr) return s;
+  const __m256i place = _mm256_setr_epi8(0, 1, 2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11, -1, 0, 1,
+                                         2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11, -1);
+  const __m256i fourth = _mm256_set1_epi32(static_cast<int32_t>(0xFF000000u));
+  int32_t pattern;
+  __builtin_memcpy(&pattern, value, 4);
+  const __m256i add = _mm256_set1_epi32(pattern);
+  for (int32_t r = 0; r < roi.height; ++r) {
+    const uint8_t* s = src + RowOffset(src_step, r);
+    uint8_t* d = dst + RowOffset(dst_step, r);
+    int32_t x = 0;
+    for (; x + kWide <= roi.width; x += 8) {
+      const __m256i colour = _mm256_shuffle_epi8(SpreadC3(Load(s + 3 * x)), place);
+      const __m256i kept = _mm256_and_si256(Load(d + 4 * x), fourth);
+      Store(d + 4 * x, _mm256_adds_epu8(_mm256_or_si256(colour, kept), add));
+    }
+    for (; x < roi.width; ++x) {
+      const int32_t sums[4] = {s[3 * x] + value[0], s[3 * x + 1] + value[1],
+                               s[3 * x + 2] + value[2], d[4 * x + 3] + value[3]};
+      for (int c = 0; c < 4; ++c)
+        d[4 * x + c] = static_cast<uint8_t>(sums[c] > 255 ? 255 : sums[c]);
+    }
+  }
+  return ippStsNoErr;
+}
+
 Status ippiAddC_8u_C4IRSfs(const uint8_t value[4], uint8_t* p, int32_t step, Size roi,
                            int32_t scale) {
   if (const Status s = CheckTwo(value, p, roi); s != ippStsNoErr) return s;

@@ -52,6 +52,21 @@ Status ippiAddC_8u_C4IRSfs(const uint8_t value[4], uint8_t* p, int32_t step, Siz
   return ippStsNoErr;
 }
 
+Status CopyC3AC4AddC(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_step, Size roi,
+                     const uint8_t value[4]) {
+  if (value == nullptr) return ippStsNullPtrErr;
+  if (const Status s = CheckTwo(src, dst, roi); s != ippStsNoErr) return s;
+  for (int32_t r = 0; r < roi.height; ++r) {
+    const uint8_t* s = src + RowOffset(src_step, r);
+    uint8_t* d = dst + RowOffset(dst_step, r);
+    for (int32_t x = 0; x < roi.width; ++x, s += 3, d += 4) {
+      const int32_t sums[4] = {s[0] + value[0], s[1] + value[1], s[2] + value[2], d[3] + value[3]};
+      for (int c = 0; c < 4; ++c) d[c] = static_cast<uint8_t>(sums[c] > 255 ? 255 : sums[c]);
+    }
+  }
+  return ippStsNoErr;
+}
+
 Status ippiSwapChannels_8u_C3R(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_step,
                                Size roi, const int32_t order[3]) {
   if (const Status s = CheckSwap(src, dst, roi, order); s != ippStsNoErr) return s;

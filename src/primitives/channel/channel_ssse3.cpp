@@ -65,6 +65,34 @@ Status ippiCopy_8u_C3AC4R(const uint8_t* src, int32_t src_step, uint8_t* dst, in
   return ippStsNoErr;
 }
 
+Status CopyC3AC4AddC(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_step, Size roi,
+                     const uint8_t value[4]) {
+  if (value == nullptr) return ippStsNullPtrErr;
+  if (const Status s = CheckTwo(src, dst, roi); s != ippStsNoErr) return s;
+  const __m128i place = _mm_setr_epi8(0, 1, 2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11, -1);
+  const __m128i fourth = _mm_set1_epi32(static_cast<int32_t>(0xFF000000u));
+  int32_t pattern;
+  __builtin_memcpy(&pattern, value, 4);
+  const __m128i add = _mm_set1_epi32(pattern);
+  for (int32_t r = 0; r < roi.height; ++r) {
+    const uint8_t* s = src + RowOffset(src_step, r);
+    uint8_t* d = dst + RowOffset(dst_step, r);
+    int32_t x = 0;
+    for (; x + kWide <= roi.width; x += 4) {
+      const __m128i colour = _mm_shuffle_epi8(Load(s + 3 * x), place);
+      const __m128i kept = _mm_and_si128(Load(d + 4 * x), fourth);
+      Store(d + 4 * x, _mm_adds_epu8(_mm_or_si128(colour, kept), add));
+    }
+    for (; x < roi.width; ++x) {
+      const int32_t sums[4] = {s[3 * x] + value[0], s[3 * x + 1] + value[1],
+                               s[3 * x + 2] + value[2], d[4 * x + 3] + value[3]};
+      for (int c = 0; c < 4; ++c)
+        d[4 * x + c] = static_cast<uint8_t>(sums[c] > 255 ? 255 : sums[c]);
+    }
+  }
+  return ippStsNoErr;
+}
+
 Status ippiAddC_8u_C4IRSfs(const uint8_t value[4], uint8_t* p, int32_t step, Size roi,
                            int32_t scale) {
   if (const Status s = CheckTwo(value, p, roi); s != ippStsNoErr) return s;

@@ -55,6 +55,16 @@ struct AddCDriver {
   }
 };
 
+struct CopyAddDriver {
+  PrimitiveShape Shape() const {
+    return {.images = {{"src", 3, Access::kRead}, {"dst", 4, Access::kReadWrite}},
+            .value_bytes = 4};
+  }
+  prim::Status Call(prim::CopyAddFn fn, const CallArgs& a) const {
+    return fn(a.image[0], a.step[0], a.image[1], a.step[1], a.roi, a.value);
+  }
+};
+
 // Modes pick a channel order: the exchange the conversions use, the others, and repeats.
 constexpr int32_t kOrders[][3] = {{2, 1, 0}, {0, 1, 2}, {1, 2, 0}, {2, 0, 1},
                                   {0, 2, 1}, {1, 0, 2}, {0, 0, 0}, {2, 2, 1}};
@@ -76,6 +86,7 @@ FK_VARIANT_TEST(kBGRToYUV420Table, ippiBGRToYUV420_8u_C3P3R, PackedToPlanarDrive
 FK_VARIANT_TEST(kCopyAC4C3RTable, ippiCopy_8u_AC4C3R, PackedConvertDriver{4, 3});
 FK_VARIANT_TEST(kCopyC3AC4RTable, ippiCopy_8u_C3AC4R, PackedConvertDriver{3, 4});
 FK_VARIANT_TEST(kAddCC4IRSfsTable, ippiAddC_8u_C4IRSfs, AddCDriver{});
+FK_VARIANT_TEST(kCopyC3AC4AddCTable, CopyC3AC4AddC, CopyAddDriver{});
 FK_VARIANT_TEST(kSwapChannelsC3RTable, ippiSwapChannels_8u_C3R, SwapDriver{});
 
 }  // namespace
