@@ -219,8 +219,12 @@ TEST(RgbToRgb, ChannelCopiesKeepTheFourthByteAndThePadding) {
   for (const auto& [w, h] : kSizes) {
     const Bytes rgb24 = test::RandomFrame(rng, A24(w), h);
     const Bytes rgb32 = test::RandomFrame(rng, 4 * w, h);
-    Bytes to32 = rgb32, to24 = rgb24;
+    Bytes to32 = rgb32, to24 = rgb24, rgba = rgb32;
     EXPECT_EQ(RGB24ToRGB32(rgb24.data(), to32.data(), w, h), 0);
+    EXPECT_EQ(RGB24ToRGBA(rgb24.data(), rgba.data(), w, h, 77), 0);
+    for (size_t i = 0; i < rgba.size(); ++i) {
+      ASSERT_EQ(rgba[i], i % 4 == 3 ? std::min(255, to32[i] + 77) : to32[i]) << w << "x" << h;
+    }
     EXPECT_EQ(RGB32ToRGB24(rgb32.data(), to24.data(), w, h), 0);
     for (int32_t r = 0; r < h; ++r) {
       for (int32_t x = 0; x < w; ++x) {
