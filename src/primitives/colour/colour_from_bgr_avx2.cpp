@@ -2,8 +2,8 @@
 // Sixteen pixels a step. Pixels are spread four to a 128-bit lane and paired as 16-bit
 // (byte 0, byte 1) and (byte 1, byte 2), so every weighted sum is two vpmaddwd: the weights
 // split as 33030 = 2 * 16515 and otherwise fit 16 bits, and each sum is the reference's exact
-// 32-bit value before the same shifts. A step reads 56 bytes of a BGR row, so it runs while 19
-// pixels remain (3 * 19 >= 56); the rest of a row, and an odd last column, go through the scalar
+// 32-bit value before the same shifts. A step reads 52 bytes of a BGR row, so it runs while 18
+// pixels remain (3 * 18 >= 52); the rest of a row, and an odd last column, go through the scalar
 // formulas of colour_kernels.h. Each step writes exactly its own output bytes.
 #include <immintrin.h>
 
@@ -15,24 +15,24 @@
 namespace framekit::prim::avx2 {
 namespace {
 
-constexpr int32_t kStepReach = 19;   // pixels of a 4:2:2 row a step needs (56 bytes read)
-constexpr int32_t kBlockReach = 10;  // 2 x 2 blocks of a 4:2:0 row pair a step needs (6 * 10 >= 56)
+constexpr int32_t kStepReach = 18;  // pixels of a 4:2:2 row a step needs (52 bytes read)
+constexpr int32_t kBlockReach = 9;  // 2 x 2 blocks of a 4:2:0 row pair a step needs (6 * 9 >= 52)
 
 inline __m256i Pairs16(int16_t a, int16_t b) {
   return _mm256_set1_epi32(static_cast<int32_t>(static_cast<uint16_t>(a)) |
                            (static_cast<int32_t>(static_cast<uint16_t>(b)) << 16));
 }
 
-// Eight pixels from 24 bytes (32 read): lane k holds pixels 4k..4k+3 as 16-bit pairs.
+// Eight pixels from 24 bytes (28 read): lane k holds pixels 4k..4k+3 as 16-bit pairs.
 struct Pixels8 {
   __m256i lo;  // (byte 0, byte 1) of each pixel
   __m256i hi;  // (byte 1, byte 2)
 };
 
 inline Pixels8 Load8(const uint8_t* p) {
-  const __m256i spread =
-      _mm256_permutevar8x32_epi32(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p)),
-                                  _mm256_setr_epi32(0, 1, 2, 3, 3, 4, 5, 6));
+  const __m256i spread = _mm256_inserti128_si256(
+      _mm256_castsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p))),
+      _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 12)), 1);
   const __m256i lo = _mm256_setr_epi8(0, -1, 1, -1, 3, -1, 4, -1, 6, -1, 7, -1, 9, -1, 10, -1, 0,
                                       -1, 1, -1, 3, -1, 4, -1, 6, -1, 7, -1, 9, -1, 10, -1);
   const __m256i hi = _mm256_setr_epi8(1, -1, 2, -1, 4, -1, 5, -1, 7, -1, 8, -1, 10, -1, 11, -1, 1,
