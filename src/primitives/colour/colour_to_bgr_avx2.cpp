@@ -59,28 +59,23 @@ inline __m256i Madd(__m256i pairs, int16_t a, int16_t b) {
 }
 inline __m256i Shift16(__m256i x, int32_t k) { return _mm256_srai_epi32(Add(x, k), 16); }
 
-// One 4:2:2 channel of eight pixels (four of each lane) from 16-bit (Y, U) and (Y, V) pairs.
-// The reference's sums split exactly as 65536 * whole + rest, so each channel is whole plus
-// rest >> 16, with U and V unsigned (their offsets of 128 folded into the constants):
-//   red   = Y + 2V - 256 + ((10748 Y - 26477 V + 2201280) >> 16)
-//   green = Y - V + ((10748 Y - 25690 U + 12255 V + 8920512) >> 16)
-//   blue  = Y + 2U - 256 + ((10748 Y + 1114 U - 1330368) >> 16)
-struct Bgr8 {
+// The reference's 4:2:2 sums split exactly as 65536 * whole + rest, so each channel is whole
+// plus rest >> 16, with U and V unsigned (their offsets of 128 folded into the constants):
+//   red   = (Y + 2V - 256) + ((10748 Y - 26477 V + 2201280) >> 16)
+//   green = (Y - V) + ((10748 Y - 25690 U + 12255 V + 8920512) >> 16)
+//   blue  = (Y + 2U - 256) + ((10748 Y + 1114 U - 1330368) >> 16)
+// The rests are 16-bit multiply-adds of (Y, U) and (Y, V) pairs, four pixels of each lane at a
+// time; the wholes are 16-bit sums over all sixteen pixels.
+struct Rests {
   __m256i b, g, r;
 };
-inline Bgr8 Convert422(__m256i yu, __m256i yv) {
-  const __m256i b =
-      _mm256_add_epi32(Add(Madd(yu, 1, 2), -256), Shift16(Madd(yu, 10748, 1114), -1330368));
-  const __m256i g = _mm256_add_epi32(
-      Madd(yv, 1, -1),
-      Shift16(_mm256_add_epi32(Madd(yu, 10748, -25690), Madd(yv, 0, 12255)), 8920512));
-  const __m256i r =
-      _mm256_add_epi32(Add(Madd(yv, 1, 2), -256), Shift16(Madd(yv, 10748, -26477), 2201280));
-  return {b, g, r};
+inline Rests Rests422(__m256i yu, __m256i yv) {
+  return {Shift16(Madd(yu, 10748, 1114), -1330368),
+          Shift16(_mm256_add_epi32(Madd(yu, 10748, -25690), Madd(yv, 0, 12255)), 8920512),
+          Shift16(Madd(yv, 10748, -26477), 2201280)};
 }
 
-// One 4:2:2 row: sixteen pixels (eight groups Y0, U, Y1, V) a step, one lane of eight pixels
-// split into two halves of four.
+// One 4:2:2 row: sixteen pixels (eight groups Y0, U, Y1, V) a step.
 void Row422(const uint8_t* s, uint8_t* d, int32_t width) {
   const __m256i yu_first = _mm256_setr_epi8(0, -1, 1, -1, 2, -1, 1, -1, 4, -1, 5, -1, 6, -1, 5, -1,
                                             0, -1, 1, -1, 2, -1, 1, -1, 4, -1, 5, -1, 6, -1, 5, -1);
@@ -88,17 +83,28 @@ void Row422(const uint8_t* s, uint8_t* d, int32_t width) {
       _mm256_setr_epi8(8, -1, 9, -1, 10, -1, 9, -1, 12, -1, 13, -1, 14, -1, 13, -1, 8, -1, 9, -1,
                        10, -1, 9, -1, 12, -1, 13, -1, 14, -1, 13, -1);
   const __m256i to_yv = _mm256_set1_epi32(2 << 16);  // U at byte 4k + 1, V at 4k + 3
+  const __m256i u_of_pixel =
+      _mm256_setr_epi8(1, -1, 1, -1, 5, -1, 5, -1, 9, -1, 9, -1, 13, -1, 13, -1, 1, -1, 1, -1, 5,
+                       -1, 5, -1, 9, -1, 9, -1, 13, -1, 13, -1);
+  const __m256i v_of_pixel = _mm256_add_epi8(u_of_pixel, _mm256_set1_epi16(2));
+  const __m256i k256 = _mm256_set1_epi16(256);
   int32_t x = 0;
   for (; x + 16 <= width; x += 16) {
     const __m256i in = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(s + 2 * x));
-    const __m256i yu0 = _mm256_shuffle_epi8(in, yu_first);
-    const __m256i yu1 = _mm256_shuffle_epi8(in, yu_second);
-    const __m256i yv0 = _mm256_shuffle_epi8(in, _mm256_add_epi8(yu_first, to_yv));
-    const __m256i yv1 = _mm256_shuffle_epi8(in, _mm256_add_epi8(yu_second, to_yv));
-    const Bgr8 first = Convert422(yu0, yv0), second = Convert422(yu1, yv1);
-    // Lane k of a pack: pixels 8k..8k+3 from the first half, 8k+4..8k+7 from the second.
-    StoreBgr16(d + 3 * x, _mm256_packs_epi32(first.b, second.b),
-               _mm256_packs_epi32(first.g, second.g), _mm256_packs_epi32(first.r, second.r));
+    const Rests first = Rests422(_mm256_shuffle_epi8(in, yu_first),
+                                 _mm256_shuffle_epi8(in, _mm256_add_epi8(yu_first, to_yv)));
+    const Rests second = Rests422(_mm256_shuffle_epi8(in, yu_second),
+                                  _mm256_shuffle_epi8(in, _mm256_add_epi8(yu_second, to_yv)));
+    // Lane k: pixels 8k..8k+7, in the order the packs below give.
+    const __m256i y = _mm256_and_si256(in, _mm256_set1_epi16(0xFF));
+    const __m256i u = _mm256_shuffle_epi8(in, u_of_pixel);
+    const __m256i v = _mm256_shuffle_epi8(in, v_of_pixel);
+    const __m256i b = _mm256_sub_epi16(_mm256_add_epi16(y, _mm256_add_epi16(u, u)), k256);
+    const __m256i g = _mm256_sub_epi16(y, v);
+    const __m256i r = _mm256_sub_epi16(_mm256_add_epi16(y, _mm256_add_epi16(v, v)), k256);
+    StoreBgr16(d + 3 * x, _mm256_add_epi16(b, _mm256_packs_epi32(first.b, second.b)),
+               _mm256_add_epi16(g, _mm256_packs_epi32(first.g, second.g)),
+               _mm256_add_epi16(r, _mm256_packs_epi32(first.r, second.r)));
   }
   for (; x + 2 <= width; x += 2) {
     const uint8_t* g = s + 2 * x;
