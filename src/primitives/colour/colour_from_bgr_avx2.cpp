@@ -59,19 +59,26 @@ inline __m128i Luma16(__m256i sum_lo, __m256i sum_hi) {
       _mm256_permutevar8x32_epi32(bytes, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7)));
 }
 
-// Neighbouring pixel sums of the U and V sums of sixteen pixels: for each lane of each half,
-// [U of pairs 2k and 2k+1, V of the same], as int32.
-inline __m256i PairSums(__m256i u, __m256i v) { return _mm256_hadd_epi32(u, v); }
+// The pairs of pixels 0-7 (x) and 8-15 (y) summed with their right-hand neighbours (16-bit;
+// the weights are linear, so summing before weighing gives the same 32-bit sums). Lane k then
+// holds the sums of pixel pairs 2k, 4 + 2k, 2k + 1, 5 + 2k of x and y in that order.
+inline __m256i NeighbourSums(__m256i x, __m256i y) {
+  const __m256i xs = _mm256_add_epi16(x, _mm256_srli_epi64(x, 32));  // even dwords
+  const __m256i ys = _mm256_add_epi16(y, _mm256_slli_epi64(y, 32));  // odd dwords
+  return _mm256_blend_epi32(xs, ys, 0xAA);
+}
+inline Pixels8 NeighbourSums(const Pixels8& x, const Pixels8& y) {
+  return {NeighbourSums(x.lo, y.lo), NeighbourSums(x.hi, y.hi)};
+}
 
-// Eight U and eight V bytes (each int32 already final, in PairSums order for pairs 0-3 and
-// 4-7) as bytes U0..U7, V0..V7.
-inline __m128i Chroma8(__m256i first, __m256i second) {
-  const __m256i bytes =
-      _mm256_packus_epi16(_mm256_packs_epi32(first, second), _mm256_setzero_si256());
-  // Lane 0: U0 U1 V0 V1 U4 U5 V4 V5; lane 1: U2 U3 V2 V3 U6 U7 V6 V7.
+// Eight final U and eight final V values (int32, in NeighbourSums order) as bytes U0..U7,
+// V0..V7.
+inline __m128i Chroma8(__m256i u, __m256i v) {
+  const __m256i bytes = _mm256_packus_epi16(_mm256_packs_epi32(u, v), _mm256_setzero_si256());
+  // Lane 0: U of pairs 0 4 1 5, V of the same; lane 1: pairs 2 6 3 7.
   const __m256i grouped = _mm256_shuffle_epi8(
-      bytes, _mm256_setr_epi8(0, 1, 4, 5, 2, 3, 6, 7, -1, -1, -1, -1, -1, -1, -1, -1, 0, 1, 4, 5, 2,
-                              3, 6, 7, -1, -1, -1, -1, -1, -1, -1, -1));
+      bytes, _mm256_setr_epi8(0, 2, 1, 3, 4, 6, 5, 7, -1, -1, -1, -1, -1, -1, -1, -1, 0, 2, 1, 3, 4,
+                              6, 5, 7, -1, -1, -1, -1, -1, -1, -1, -1));
   return _mm_unpacklo_epi16(_mm256_castsi256_si128(grouped), _mm256_extracti128_si256(grouped, 1));
 }
 
@@ -89,9 +96,8 @@ void Row422(const uint8_t* s, uint8_t* d, int32_t width) {
   for (; x + kStepReach <= width; x += 16) {
     const Pixels8 p0 = Load8(s + 3 * x), p1 = Load8(s + 3 * x + 24);
     const __m128i y = Luma16(Weigh(p0, luma), Weigh(p1, luma));
-    const __m256i c0 = PairChroma8(PairSums(Weigh(p0, u_w), Weigh(p0, v_w)));
-    const __m256i c1 = PairChroma8(PairSums(Weigh(p1, u_w), Weigh(p1, v_w)));
-    const __m128i uv8 = Chroma8(c0, c1);
+    const Pixels8 pairs = NeighbourSums(p0, p1);
+    const __m128i uv8 = Chroma8(PairChroma8(Weigh(pairs, u_w)), PairChroma8(Weigh(pairs, v_w)));
     const __m128i uv = _mm_unpacklo_epi8(uv8, _mm_srli_si128(uv8, 8));  // U0 V0 U1 V1 ...
     _mm_storeu_si128(reinterpret_cast<__m128i*>(d + 2 * x), _mm_unpacklo_epi8(y, uv));
     _mm_storeu_si128(reinterpret_cast<__m128i*>(d + 2 * x + 16), _mm_unpackhi_epi8(y, uv));
@@ -131,8 +137,9 @@ void RowPair420(const uint8_t* s0, const uint8_t* s1, uint8_t* y0, uint8_t* y1, 
                      Luma16(Weigh(b0, luma), Weigh(b1, luma)));
     const Pixels8 c0{_mm256_add_epi16(a0.lo, b0.lo), _mm256_add_epi16(a0.hi, b0.hi)};
     const Pixels8 c1{_mm256_add_epi16(a1.lo, b1.lo), _mm256_add_epi16(a1.hi, b1.hi)};
-    const __m128i uv = Chroma8(BlockChroma8(PairSums(Weigh(c0, u_w), Weigh(c0, v_w))),
-                               BlockChroma8(PairSums(Weigh(c1, u_w), Weigh(c1, v_w))));
+    const Pixels8 blocks4 = NeighbourSums(c0, c1);
+    const __m128i uv =
+        Chroma8(BlockChroma8(Weigh(blocks4, u_w)), BlockChroma8(Weigh(blocks4, v_w)));
     _mm_storel_epi64(reinterpret_cast<__m128i*>(p2 + j), uv);
     _mm_storel_epi64(reinterpret_cast<__m128i*>(p3 + j), _mm_srli_si128(uv, 8));
   }
