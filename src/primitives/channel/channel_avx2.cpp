@@ -1,9 +1,11 @@
 // Channel primitives, AVX2 level: class 6.
-// Eight pixels a step. A 3-byte side is read or written as 32 bytes of which 24 are the step's
-// pixels, so the vector loop runs while 11 pixels remain (3 * 11 >= 32) and the rest of a row is
-// done by the scalar loop; the 8 bytes past a step's pixels are rewritten by the next step or the
-// scalar tail. The swap writes those 8 bytes back with the values it loaded, so src == dst stays
-// exact. Nothing outside a row's pixels is read or written.
+// Eight pixels a step. A 3-byte source of a 4-byte destination is read exactly (two 16-byte
+// loads, bytes 0-15 and 8-23, shifted into place), so those loops run while 8 pixels remain.
+// Where the 3-byte side is written (and by the swap, also read) it is one 32-byte access of
+// which 24 bytes are the step's pixels: those loops run while 11 pixels remain (3 * 11 >= 32),
+// the 8 bytes past the step's pixels are rewritten by the next step or the scalar tail, and the
+// swap writes back there the values it loaded, so src == dst stays exact. Nothing outside a
+// row's pixels is read or written.
 #include <immintrin.h>
 
 #include <cstdint>
@@ -14,14 +16,20 @@
 namespace framekit::prim::avx2 {
 namespace {
 
-constexpr int32_t kWide = 11;  // pixels that must remain for one 32-byte access of a 3-byte row
-
 inline __m256i Load(const uint8_t* p) {
   return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
 }
 inline void Store(uint8_t* p, __m256i v) { _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), v); }
 
-// Pixels 0-3 of 24 bytes in the low lane, pixels 4-7 in the high lane (bytes 0-11 of each).
+// 24 bytes of eight 3-byte pixels: pixels 0-3 in bytes 0-11 of the low lane, 4-7 in bytes 0-11
+// of the high lane.
+inline __m256i LoadC3x8(const uint8_t* p) {
+  const __m128i lo = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+  const __m128i hi = _mm_srli_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 8)), 4);
+  return _mm256_inserti128_si256(_mm256_castsi128_si256(lo), hi, 1);
+}
+// Pixels 0-3 of 24 bytes in the low lane, pixels 4-7 in the high lane (bytes 0-11 of each),
+// from one 32-byte load.
 inline __m256i SpreadC3(__m256i v) {
   return _mm256_permutevar8x32_epi32(v, _mm256_setr_epi32(0, 1, 2, 3, 3, 4, 5, 6));
 }
@@ -30,6 +38,9 @@ inline __m256i JoinC3(__m256i v, __m256i rest) {
   const __m256i joined = _mm256_permutevar8x32_epi32(v, _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 7, 7));
   return _mm256_blend_epi32(joined, rest, 0xC0);
 }
+
+// Pixels that must remain for one 32-byte access of a 3-byte row (3 * 11 >= 32).
+constexpr int32_t kWide = 11;
 
 inline int64_t RowOffset(int32_t step, int32_t r) { return static_cast<int64_t>(r) * step; }
 
@@ -67,9 +78,9 @@ Status ippiCopy_8u_C3AC4R(const uint8_t* src, int32_t src_step, uint8_t* dst, in
     const uint8_t* s = src + RowOffset(src_step, r);
     uint8_t* d = dst + RowOffset(dst_step, r);
     int32_t x = 0;
-    for (; x + kWide <= roi.width; x += 8) {
-      const __m256i colour = _mm256_shuffle_epi8(SpreadC3(Load(s + 3 * x)), place);
-      Store(d + 4 * x, _mm256_blendv_epi8(colour, Load(d + 4 * x), fourth));
+    for (; x + 8 <= roi.width; x += 8) {
+      const __m256i colour = _mm256_shuffle_epi8(LoadC3x8(s + 3 * x), place);
+      Store(d + 4 * x, _mm256_or_si256(colour, _mm256_and_si256(Load(d + 4 * x), fourth)));
     }
     for (; x < roi.width; ++x) {
       d[4 * x] = s[3 * x];
@@ -94,8 +105,8 @@ Status CopyC3AC4AddC(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t
     const uint8_t* s = src + RowOffset(src_step, r);
     uint8_t* d = dst + RowOffset(dst_step, r);
     int32_t x = 0;
-    for (; x + kWide <= roi.width; x += 8) {
-      const __m256i colour = _mm256_shuffle_epi8(SpreadC3(Load(s + 3 * x)), place);
+    for (; x + 8 <= roi.width; x += 8) {
+      const __m256i colour = _mm256_shuffle_epi8(LoadC3x8(s + 3 * x), place);
       const __m256i kept = _mm256_and_si256(Load(d + 4 * x), fourth);
       Store(d + 4 * x, _mm256_adds_epu8(_mm256_or_si256(colour, kept), add));
     }
