@@ -81,5 +81,6 @@ void RegisterMemcpy(const std::string& name, int64_t bytes, int64_t pixels);
 void RegisterPrimitiveBenchmarks();
 void RegisterExportBenchmarks();
 void RegisterEffectBenchmarks();
+void RegisterConvertBenchmarks();
 
 }  // namespace framekit::bench

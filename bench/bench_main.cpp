@@ -31,6 +31,7 @@ int main(int argc, char** argv) {
   framekit::bench::RegisterPrimitiveBenchmarks();
   framekit::bench::RegisterExportBenchmarks();
   framekit::bench::RegisterEffectBenchmarks();
+  framekit::bench::RegisterConvertBenchmarks();
   benchmark::RunSpecifiedBenchmarks();
   benchmark::Shutdown();
   return 0;

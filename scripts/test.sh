@@ -3,8 +3,8 @@
 # UndefinedBehaviorSanitizer, Linux under ThreadSanitizer (the threading tests), and the Windows
 # DLL with the same suite under Wine. Also compiles the benchmarks so they cannot rot.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
-need_packages g++ cmake ninja-build googletest libbenchmark-dev libopencv-dev \
-  g++-mingw-w64-x86-64-posix wine64 ca-certificates
+need_packages g++ cmake ninja-build googletest libbenchmark-dev libyuv-dev libopencv-dev \
+  libswscale-dev g++-mingw-w64-x86-64-posix wine64 ca-certificates
 cd "$FRAMEKIT_ROOT"
 jobs=$(nproc)
 

@@ -102,6 +102,81 @@ FRAMEKIT_EXPORT int32_t zqippiCopy_8u_C3R(const uint8_t* src, int32_t src_step, 
                                           int32_t dst_step, int32_t width,
                                           int32_t height) FRAMEKIT_NOEXCEPT;
 
+/* ---- Colour conversion ------------------------------------------------------------------- */
+/* From src into a separate dst that the caller sizes: aligned row stride * height for RGB24,
+ * 4 * width * height for RGB32, 2 * width * height for YUY2, width * height +
+ * 2 * ((width * height) / 4) for YV12. Nothing checks those sizes. RGB frames are bottom-up with
+ * aligned row strides (RGB24: 3 * width rounded up to 4; RGB32: 4 * width); YUY2 (Y0, U, Y1, V
+ * per pixel pair, 2 * width bytes a row) and YV12 (a Y plane of step width, then two planes of
+ * step width / 2 at width * height and width * height + (width * height) / 4, the V-like plane
+ * first) are top-down and packed. The YUV conversions turn the RGB24 side upside down to bridge
+ * the two; the RGB-to-RGB conversions keep the row order. src and dst must not overlap unless
+ * stated. Results: 0, -8 null pointer, -6 a size the primitive cannot use, 35 (YV12 primitives)
+ * odd width or height, each export passing on only the status named below. */
+
+/* YUY2 to RGB24, BT.601 studio range: with t = 76284 * (Y - 16) + 32768, u = U - 128,
+ * v = V - 128: red = (t + 104595 v) >> 16, green = (t - 25690 u - 53281 v) >> 16,
+ * blue = (t + 132186 u) >> 16, each clamped to 0..255. An odd width's last pixel takes Y and U
+ * from the two bytes after the last pixel pair and V from that pair. The rows are then reversed
+ * (the destination is bottom-up). Result: the status of the row reversal only: 0; -6 for a
+ * single row (converted, not reversed) or width or height <= 0; -8 null dst. A width of 1 or a
+ * null src converts nothing, and the destination's rows are reversed all the same. */
+FRAMEKIT_EXPORT int32_t YUY2ToRGB24(const uint8_t* src, uint8_t* dst, int32_t width,
+                                    int32_t height) FRAMEKIT_NOEXCEPT;
+
+/* RGB24 to YUY2. First turns src upside down IN PLACE and leaves it so (a second call on the
+ * same src converts the other orientation). Y = (16843 R + 33030 G + 6423 B + 1081344) >> 16;
+ * per pixel pair with R, G, B the sums of the two pixels, U and V are the low bytes of
+ * (-9699 R - 19071 G + 28770 B - 16760832) and (28770 R - 24117 G - 4653 B - 16760832) taken as
+ * unsigned 32-bit values shifted right by 17. An odd width's last pixel writes its Y and, in the
+ * row's last byte, the U of the pixel paired with itself (there is no room for its V; YUY2ToRGB24
+ * reads the previous pair's V there). Result: the conversion's status: 0, -8, -6 for width < 2 or
+ * height <= 0 (the source is still turned over when the reversal itself can run). */
+FRAMEKIT_EXPORT int32_t RGB24ToYUY2(uint8_t* src, uint8_t* dst, int32_t width,
+                                    int32_t height) FRAMEKIT_NOEXCEPT;
+
+/* YV12 to RGB24, luma at full range (no offset or gain). Per 2 x 2 block, a = second-plane
+ * sample - 128, b = third-plane sample - 128: byte 0 = (65536 Y + 74711 b + 32768) >> 16,
+ * byte 1 = (65536 Y - 38076 b - 25821 a) >> 16 (truncated), byte 2 = (65536 Y + 133169 a +
+ * 32768) >> 16, clamped. An odd last column or row is not converted (dst keeps its bytes there,
+ * and then moves with the row reversal). The rows are then reversed. Result: the reversal's
+ * status only (0 for an odd height, not 35; -6 for a single row; -8 null dst). */
+FRAMEKIT_EXPORT int32_t YV12ToRGB24(const uint8_t* src, uint8_t* dst, int32_t width,
+                                    int32_t height) FRAMEKIT_NOEXCEPT;
+
+/* RGB24 to YV12. First turns src upside down IN PLACE and leaves it so. Luma per pixel:
+ * (16843 byte0 + 33030 byte1 + 6423 byte2 + 1081344) >> 16 (the 0.257 weight on byte 0). Per
+ * 2 x 2 block with s0, s1, s2 the sums of bytes 0, 1, 2 of its four pixels: the second plane gets
+ * (-9699 s0 - 19071 s1 + 28770 s2 + 128 * 2^18 + 2^17) >> 18 (the red difference, red being
+ * byte 2), the third plane (28770 s0 - 24117 s1 - 4653 s2 + 128 * 2^18 + 2^17) >> 18: 128 plus
+ * the rounded mean of the four pixels. This plane order makes YV12ToRGB24 give back the hues.
+ * An odd last column or row is not converted. Result: the conversion's status: 0, 35 for an odd
+ * width or height (the even part is converted), -8, -6 width or height <= 0. */
+FRAMEKIT_EXPORT int32_t RGB24ToYV12(uint8_t* src, uint8_t* dst, int32_t width,
+                                    int32_t height) FRAMEKIT_NOEXCEPT;
+
+/* RGB32 to RGB24: bytes 0-2 of each pixel, the fourth dropped; rows in the same order. Result:
+ * 0, -8 null src or dst, -6 width or height <= 0. */
+FRAMEKIT_EXPORT int32_t RGB32ToRGB24(const uint8_t* src, uint8_t* dst, int32_t width,
+                                     int32_t height) FRAMEKIT_NOEXCEPT;
+
+/* RGB24 to RGB32: bytes 0-2 of each destination pixel; byte 3 is NEVER written and keeps what
+ * dst held. Result: 0, -8, -6. */
+FRAMEKIT_EXPORT int32_t RGB24ToRGB32(const uint8_t* src, uint8_t* dst, int32_t width,
+                                     int32_t height) FRAMEKIT_NOEXCEPT;
+
+/* RGB24ToRGB32, then alpha is ADDED to byte 3 of every pixel (what dst held before), saturating
+ * at 255; bytes 0-2 are unchanged by the addition. A dst cleared to 0 ends with byte 3 = alpha.
+ * The addition runs even if the copy failed. Result: the addition's status: 0, -8 null dst, -6. */
+FRAMEKIT_EXPORT int32_t RGB24ToRGBA(const uint8_t* src, uint8_t* dst, int32_t width,
+                                    int32_t height, uint8_t alpha) FRAMEKIT_NOEXCEPT;
+
+/* Exchanges bytes 0 and 2 of every 3-byte pixel. The only conversion that takes its stride from
+ * the caller: step (signed, not checked) for both src and dst. src may equal dst (in place);
+ * other overlaps are not allowed. Result: 0, -8, -6. */
+FRAMEKIT_EXPORT int32_t RGB24ToBGR24(const uint8_t* src, uint8_t* dst, int32_t width,
+                                     int32_t height, int32_t step) FRAMEKIT_NOEXCEPT;
+
 /* ---- Flip -------------------------------------------------------------------------------- */
 /* The names follow the axis, not the movement: FlipHorizontal* turns the picture upside down
  * (reverses the row order), FlipVertical* mirrors it left to right. All use the aligned bitmap

@@ -119,7 +119,19 @@ std::vector<GoldenCase> Cases() {
       return Fnv1a(dst, s);
     };
   };
+  // The source is part of the result: these conversions leave it upside down.
+  auto to_yuv = [](int32_t (*f)(uint8_t *, uint8_t *, int32_t, int32_t), size_t size,
+                   uint32_t seed) {
+    return [=] {
+      auto src = Frame(232 * kH, seed);
+      auto dst = Frame(size, seed + 1);
+      const int32_t s = f(src.data(), dst.data(), kW, kH);
+      dst.insert(dst.end(), src.begin(), src.end());
+      return Fnv1a(dst, s);
+    };
+  };
   const size_t rgb24 = 232 * kH, rgb32 = 4 * kW * kH, yuy2 = 156 * kH;
+  const size_t yv12 = kW * kH + 2 * ((kW * kH) / 4);
   const FrameKitRect rect{5, 2, 70, 11};
   return {
       {"FlipHorizontalRGB24", 0x5be148dc805cb6aeull, in_place(&FlipHorizontalRGB24, rgb24, 1)},
@@ -161,6 +173,24 @@ std::vector<GoldenCase> Cases() {
        [=] {
          auto frame = Frame(rgb24, 17);
          return Fnv1a(frame, FillColor(frame.data(), kW, kH, &rect, 0x12A5C3E7u));
+       }},
+      {"YUY2ToRGB24", 0x8d8be6db5aaa539aull, two_buffer(&YUY2ToRGB24, rgb24, 18)},
+      {"YV12ToRGB24", 0xa710b9c3ecf9accfull, two_buffer(&YV12ToRGB24, rgb24, 19)},
+      {"RGB32ToRGB24", 0x25cd0397d4a8bb22ull, two_buffer(&RGB32ToRGB24, rgb32, 20)},
+      {"RGB24ToRGB32", 0x61e01bbd54f6abfbull, two_buffer(&RGB24ToRGB32, rgb32, 21)},
+      {"RGB24ToYUY2", 0x2a0f1ade45ce9050ull, to_yuv(&RGB24ToYUY2, yuy2, 22)},
+      {"RGB24ToYV12", 0x19b9b1a4e72e9cf4ull, to_yuv(&RGB24ToYV12, yv12, 23)},
+      {"RGB24ToRGBA", 0xb6c1c0fe5faa0f1aull,
+       [=] {
+         const auto src = Frame(rgb24, 24);
+         auto dst = Frame(rgb32, 25);
+         return Fnv1a(dst, RGB24ToRGBA(src.data(), dst.data(), kW, kH, 77));
+       }},
+      {"RGB24ToBGR24", 0x8614f8b36c50bdfaull,
+       [=] {
+         const auto src = Frame(rgb24, 26);
+         auto dst = Frame(rgb24, 27);
+         return Fnv1a(dst, RGB24ToBGR24(src.data(), dst.data(), kW, kH, 232));
        }},
   };
 }

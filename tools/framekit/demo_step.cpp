@@ -7,7 +7,8 @@ namespace framekit::tool {
 
 std::vector<DemoStep> AllDemoSteps(const Image& original) {
   std::vector<DemoStep> steps;
-  for (auto family : {FlipSteps, CropCutSteps, FillSteps, EffectSteps, MemorySteps}) {
+  for (auto family :
+       {FlipSteps, CropCutSteps, FillSteps, ConvertSteps, EffectSteps, MemorySteps}) {
     std::vector<DemoStep> more = family(original);
     steps.insert(steps.end(), more.begin(), more.end());
   }
@@ -19,6 +20,8 @@ std::string StatusText(int32_t status) {
   switch (status) {
     case 20:
       return text + " (processor of another vendor)";
+    case 35:
+      return text + " (odd size: the even part converted)";
     case 36:
       return text + " (processor not identified)";
     case -6:

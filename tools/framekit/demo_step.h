@@ -28,6 +28,7 @@ struct DemoStep {
 };
 
 // Family tables, each given the original so argument text can quote its size.
+std::vector<DemoStep> ConvertSteps(const Image& original);
 std::vector<DemoStep> FlipSteps(const Image& original);
 std::vector<DemoStep> CropCutSteps(const Image& original);
 std::vector<DemoStep> FillSteps(const Image& original);

@@ -17,6 +17,7 @@ inline constexpr Status ippStsStepErr = -14;
 inline constexpr Status ippStsMirrorFlipErr = -21;
 inline constexpr Status ippStsInterpolationErr = -22;
 inline constexpr Status ippStsResizeFactorErr = -23;
+inline constexpr Status ippStsChannelOrderErr = -60;  // channel swap: an order outside 0..2
 
 // A region size in pixels, passed by value: width then height.
 struct Size {

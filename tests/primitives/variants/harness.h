@@ -42,24 +42,30 @@ struct ImageArg {
   const char* name;  // "src", "dst", ... for messages
   int bytes_per_pixel;
   Access access;
+  int subsampling = 1;  // 2: a chroma plane of (width / 2) x (height / 2) pixels, at least 1 x 1
 };
+
+inline constexpr int kMaxImages = 4;  // a packed image and three planes
 
 // The arguments of one call in the harness's terms; a driver forwards them to the primitive.
 struct CallArgs {
-  uint8_t* image[2] = {};  // row 0 of each image argument, in the shape's order
-  int32_t step[2] = {};
+  uint8_t* image[kMaxImages] = {};  // row 0 of each image argument, in the shape's order
+  int32_t step[kMaxImages] = {};
   prim::Size roi{};
-  int32_t axis = 0;                // only for primitives with mirror axes
+  int32_t axis = 0;                // the mirror axis, or the mode of a primitive with modes
   const uint8_t* value = nullptr;  // only for primitives with a value array
   uint64_t scalar = 0;  // random bits for primitives with a scalar argument (drivers map them)
 };
 
 // What the harness must know about a primitive's arguments, whatever its signature.
 struct PrimitiveShape {
-  std::vector<ImageArg> images{};  // one or two, all of the same width and height in pixels
+  std::vector<ImageArg> images{};  // one to four, of one size in pixels (or subsampled from it)
   std::vector<int32_t> axes{};     // the valid mirror axes; empty when there is no axis
   int value_bytes = 0;             // length of the value array; 0 when there is none
   bool scalar = false;             // draws CallArgs::scalar afresh for every case
+  // Values of an integer argument that is always valid (a scale factor, an index into the
+  // driver's own list), varied like axes and passed in CallArgs::axis; only without axes.
+  std::vector<int32_t> modes{};
 };
 
 using EntryCall = std::function<prim::Status(const CallArgs&)>;
@@ -113,10 +119,10 @@ void CheckDispatch(const VariantSubject& subject);
 
 }  // namespace framekit::test
 
-#define FK_VARIANT_TEST(table, prim_name, driver)                                                \
+#define FK_VARIANT_TEST(table, prim_name, ...)                                                   \
   static const ::framekit::test::VariantSubject& fk_variant_subject_##prim_name =                \
       ::framekit::test::RegisterVariantTest(#prim_name, ::framekit::prim::table,                 \
-                                            &::framekit::prim::prim_name, driver);               \
+                                            &::framekit::prim::prim_name, __VA_ARGS__);            \
   TEST(Variants, prim_name) { ::framekit::test::CheckVariants(fk_variant_subject_##prim_name); } \
   TEST(VariantDispatch, prim_name) {                                                             \
     ::framekit::test::CheckDispatch(fk_variant_subject_##prim_name);                             \

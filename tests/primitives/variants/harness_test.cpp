@@ -74,9 +74,12 @@ Case MakeCase(const PrimitiveShape& shape, Size frame, int32_t axis,
   c.axis = axis;
   for (size_t i = 0; i < shape.images.size(); ++i) {
     const Placement& p = placements[i];
-    const int32_t row_bytes = frame.width * shape.images[i].bytes_per_pixel;
+    const int32_t sub = shape.images[i].subsampling;
+    const int32_t width = std::max(1, frame.width / sub);
+    const int32_t height = std::max(1, frame.height / sub);
+    const int32_t row_bytes = width * shape.images[i].bytes_per_pixel;
     const int32_t step = StepFor(p.step, row_bytes);
-    c.layouts.push_back({row_bytes, frame.height, p.bottom_up ? -step : step, p.lead, p.flush});
+    c.layouts.push_back({row_bytes, height, p.bottom_up ? -step : step, p.lead, p.flush});
   }
   return c;
 }
@@ -88,7 +91,8 @@ const std::vector<int32_t> kWidths = {1,  2,  3,  4,  5,  7,  8,  15, 16,  17, 3
 const std::vector<int32_t> kHeights = {1, 2, 3, 7};
 
 std::vector<int32_t> AxesOf(const PrimitiveShape& shape) {
-  return shape.axes.empty() ? std::vector<int32_t>{0} : shape.axes;
+  if (!shape.axes.empty()) return shape.axes;
+  return shape.modes.empty() ? std::vector<int32_t>{0} : shape.modes;
 }
 
 // Sizes in full, steps in full, placement by sample: about a thousand small calls a body.
@@ -105,12 +109,16 @@ std::vector<Case> ValidCases(const PrimitiveShape& shape, Rng& rng) {
       for (const int32_t a : axes) cases.push_back(MakeCase(shape, {w, h}, a, Packed(n)));
     }
   }
-  // Every step choice, each image's independently, with every width.
+  // Every step choice, each image's independently, with every width; with more than two images
+  // a sample of the combinations.
   int combos = 1;
   for (size_t i = 0; i < n; ++i) combos *= kStepKindCount;
-  for (int combo = 0; combo < combos; ++combo) {
+  const int kMaxCombos = kStepKindCount * kStepKindCount;
+  const bool sampled = combos > kMaxCombos;
+  for (int combo = 0; combo < std::min(combos, kMaxCombos); ++combo) {
     std::vector<Placement> placements(n);
-    for (size_t i = 0, k = static_cast<size_t>(combo); i < n; ++i, k /= kStepKindCount) {
+    const int pick = sampled ? rng.Uniform(0, combos - 1) : combo;
+    for (size_t i = 0, k = static_cast<size_t>(pick); i < n; ++i, k /= kStepKindCount) {
       placements[i].step = kStepKinds[k % kStepKindCount];
     }
     for (const int32_t w : widths) {
@@ -175,6 +183,7 @@ std::vector<Case> InvalidCases(const PrimitiveShape& shape) {
 std::string DescribeCase(const PrimitiveShape& shape, const Case& c) {
   std::string s = std::to_string(c.roi.width) + "x" + std::to_string(c.roi.height);
   if (!shape.axes.empty()) s += " axis " + std::to_string(c.axis);
+  if (!shape.modes.empty()) s += " mode " + std::to_string(c.axis);
   if (!c.label.empty()) s += " (" + c.label + ")";
   for (size_t i = 0; i < c.layouts.size(); ++i) {
     s += "; " + std::string(shape.images[i].name) + ": " + Describe(c.layouts[i]);

@@ -1,0 +1,170 @@
+// Channel primitives, AVX2 level: class 6.
+// Eight pixels a step. A 3-byte source of a 4-byte destination is read exactly (two 16-byte
+// loads, bytes 0-15 and 8-23, shifted into place), so those loops run while 8 pixels remain.
+// Where the 3-byte side is written (and by the swap, also read) it is one 32-byte access of
+// which 24 bytes are the step's pixels: those loops run while 11 pixels remain (3 * 11 >= 32),
+// the 8 bytes past the step's pixels are rewritten by the next step or the scalar tail, and the
+// swap writes back there the values it loaded, so src == dst stays exact. Nothing outside a
+// row's pixels is read or written.
+#include <immintrin.h>
+
+#include <cstdint>
+
+#include "primitives/channel/channel.h"
+#include "primitives/core/checks.h"
+
+namespace framekit::prim::avx2 {
+namespace {
+
+inline __m256i Load(const uint8_t* p) {
+  return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
+}
+inline void Store(uint8_t* p, __m256i v) { _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), v); }
+
+// 24 bytes of eight 3-byte pixels: pixels 0-3 in bytes 0-11 of the low lane, 4-7 in bytes 0-11
+// of the high lane.
+inline __m256i LoadC3x8(const uint8_t* p) {
+  const __m128i lo = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+  const __m128i hi = _mm_srli_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 8)), 4);
+  return _mm256_inserti128_si256(_mm256_castsi128_si256(lo), hi, 1);
+}
+// Pixels 0-3 of 24 bytes in the low lane, pixels 4-7 in the high lane (bytes 0-11 of each),
+// from one 32-byte load.
+inline __m256i SpreadC3(__m256i v) {
+  return _mm256_permutevar8x32_epi32(v, _mm256_setr_epi32(0, 1, 2, 3, 3, 4, 5, 6));
+}
+// The inverse: bytes 0-11 of each lane joined into bytes 0-23; dwords 6 and 7 from `rest`.
+inline __m256i JoinC3(__m256i v, __m256i rest) {
+  const __m256i joined = _mm256_permutevar8x32_epi32(v, _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 7, 7));
+  return _mm256_blend_epi32(joined, rest, 0xC0);
+}
+
+// Pixels that must remain for one 32-byte access of a 3-byte row (3 * 11 >= 32).
+constexpr int32_t kWide = 11;
+
+inline int64_t RowOffset(int32_t step, int32_t r) { return static_cast<int64_t>(r) * step; }
+
+}  // namespace
+
+Status ippiCopy_8u_AC4C3R(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_step,
+                          Size roi) {
+  if (const Status s = CheckTwo(src, dst, roi); s != ippStsNoErr) return s;
+  const __m256i pick = _mm256_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1, 0,
+                                        1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1);
+  for (int32_t r = 0; r < roi.height; ++r) {
+    const uint8_t* s = src + RowOffset(src_step, r);
+    uint8_t* d = dst + RowOffset(dst_step, r);
+    int32_t x = 0;
+    for (; x + kWide <= roi.width; x += 8) {
+      const __m256i packed = _mm256_shuffle_epi8(Load(s + 4 * x), pick);
+      Store(d + 3 * x, JoinC3(packed, packed));
+    }
+    for (; x < roi.width; ++x) {
+      d[3 * x] = s[4 * x];
+      d[3 * x + 1] = s[4 * x + 1];
+      d[3 * x + 2] = s[4 * x + 2];
+    }
+  }
+  return ippStsNoErr;
+}
+
+Status ippiCopy_8u_C3AC4R(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_step,
+                          Size roi) {
+  if (const Status s = CheckTwo(src, dst, roi); s != ippStsNoErr) return s;
+  const __m256i place = _mm256_setr_epi8(0, 1, 2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11, -1, 0, 1,
+                                         2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11, -1);
+  const __m256i fourth = _mm256_set1_epi32(static_cast<int32_t>(0xFF000000u));
+  for (int32_t r = 0; r < roi.height; ++r) {
+    const uint8_t* s = src + RowOffset(src_step, r);
+    uint8_t* d = dst + RowOffset(dst_step, r);
+    int32_t x = 0;
+    for (; x + 8 <= roi.width; x += 8) {
+      const __m256i colour = _mm256_shuffle_epi8(LoadC3x8(s + 3 * x), place);
+      Store(d + 4 * x, _mm256_or_si256(colour, _mm256_and_si256(Load(d + 4 * x), fourth)));
+    }
+    for (; x < roi.width; ++x) {
+      d[4 * x] = s[3 * x];
+      d[4 * x + 1] = s[3 * x + 1];
+      d[4 * x + 2] = s[3 * x + 2];
+    }
+  }
+  return ippStsNoErr;
+}
+
+Status CopyC3AC4AddC(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_step, Size roi,
+                     const uint8_t value[4]) {
+  if (value == nullptr) return ippStsNullPtrErr;
+  if (const Status s = CheckTwo(src, dst, roi); s != ippStsNoErr) return s;
+  const __m256i place = _mm256_setr_epi8(0, 1, 2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11, -1, 0, 1,
+                                         2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11, -1);
+  const __m256i fourth = _mm256_set1_epi32(static_cast<int32_t>(0xFF000000u));
+  int32_t pattern;
+  __builtin_memcpy(&pattern, value, 4);
+  const __m256i add = _mm256_set1_epi32(pattern);
+  for (int32_t r = 0; r < roi.height; ++r) {
+    const uint8_t* s = src + RowOffset(src_step, r);
+    uint8_t* d = dst + RowOffset(dst_step, r);
+    int32_t x = 0;
+    for (; x + 8 <= roi.width; x += 8) {
+      const __m256i colour = _mm256_shuffle_epi8(LoadC3x8(s + 3 * x), place);
+      const __m256i kept = _mm256_and_si256(Load(d + 4 * x), fourth);
+      Store(d + 4 * x, _mm256_adds_epu8(_mm256_or_si256(colour, kept), add));
+    }
+    for (; x < roi.width; ++x) {
+      const int32_t sums[4] = {s[3 * x] + value[0], s[3 * x + 1] + value[1],
+                               s[3 * x + 2] + value[2], d[4 * x + 3] + value[3]};
+      for (int c = 0; c < 4; ++c)
+        d[4 * x + c] = static_cast<uint8_t>(sums[c] > 255 ? 255 : sums[c]);
+    }
+  }
+  return ippStsNoErr;
+}
+
+Status ippiAddC_8u_C4IRSfs(const uint8_t value[4], uint8_t* p, int32_t step, Size roi,
+                           int32_t scale) {
+  if (const Status s = CheckTwo(value, p, roi); s != ippStsNoErr) return s;
+  if (scale != 0) return ref::ippiAddC_8u_C4IRSfs(value, p, step, roi, scale);
+  int32_t pattern;
+  __builtin_memcpy(&pattern, value, 4);
+  const __m256i add = _mm256_set1_epi32(pattern);
+  for (int32_t r = 0; r < roi.height; ++r) {
+    uint8_t* d = p + RowOffset(step, r);
+    int32_t x = 0;
+    for (; x + 8 <= roi.width; x += 8) Store(d + 4 * x, _mm256_adds_epu8(Load(d + 4 * x), add));
+    for (int32_t i = 4 * x; i < 4 * roi.width; ++i) {
+      const int32_t sum = d[i] + value[i & 3];
+      d[i] = static_cast<uint8_t>(sum > 255 ? 255 : sum);
+    }
+  }
+  return ippStsNoErr;
+}
+
+Status ippiSwapChannels_8u_C3R(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_step,
+                               Size roi, const int32_t order[3]) {
+  if (const Status s = CheckSwap(src, dst, roi, order); s != ippStsNoErr) return s;
+  alignas(32) int8_t mask[32];
+  for (int lane = 0; lane < 2; ++lane) {
+    for (int i = 0; i < 16; ++i) {
+      mask[16 * lane + i] = static_cast<int8_t>(i < 12 ? (i / 3) * 3 + order[i % 3] : -1);
+    }
+  }
+  const __m256i shuffle = _mm256_load_si256(reinterpret_cast<const __m256i*>(mask));
+  for (int32_t r = 0; r < roi.height; ++r) {
+    const uint8_t* s = src + RowOffset(src_step, r);
+    uint8_t* d = dst + RowOffset(dst_step, r);
+    int32_t x = 0;
+    for (; x + kWide <= roi.width; x += 8) {
+      const __m256i in = Load(s + 3 * x);
+      Store(d + 3 * x, JoinC3(_mm256_shuffle_epi8(SpreadC3(in), shuffle), in));
+    }
+    for (; x < roi.width; ++x) {
+      const uint8_t px[3] = {s[3 * x], s[3 * x + 1], s[3 * x + 2]};
+      d[3 * x] = px[order[0]];
+      d[3 * x + 1] = px[order[1]];
+      d[3 * x + 2] = px[order[2]];
+    }
+  }
+  return ippStsNoErr;
+}
+
+}  // namespace framekit::prim::avx2

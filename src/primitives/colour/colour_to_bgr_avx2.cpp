@@ -1,0 +1,177 @@
+// YUV to BGR conversions, AVX2 level: class 6.
+// Sixteen pixels a step. Every sum is the reference's exact 32-bit value (4:2:2 as 16-bit
+// multiply-adds of an exact split, 4:2:0 with vpmulld) before the same shifts; the channels are
+// clamped by the unsigned pack, as the reference's clamp does. Each step writes exactly its 48
+// bytes. Tails: the pixels left after the last whole step (fewer than 16, and the odd last pixel or
+// column) go through the scalar formulas of colour_kernels.h. Nothing outside a row's pixels is
+// read or written.
+#include <immintrin.h>
+
+#include <cstdint>
+
+#include "primitives/colour/colour.h"
+#include "primitives/colour/colour_kernels.h"
+
+namespace framekit::prim::avx2 {
+namespace {
+
+inline __m256i Mul(__m256i a, int32_t k) { return _mm256_mullo_epi32(a, _mm256_set1_epi32(k)); }
+inline __m256i Add(__m256i a, int32_t k) { return _mm256_add_epi32(a, _mm256_set1_epi32(k)); }
+
+// Sixteen pixels from three channels of sixteen int16 each, clamped to 0..255, as 48 BGR bytes.
+inline void StoreBgr16(uint8_t* d, __m256i b, __m256i g, __m256i r) {
+  const __m256i bg = _mm256_packus_epi16(b, g);  // lane k: B[8k..8k+7], G[8k..8k+7]
+  const __m256i rr = _mm256_packus_epi16(r, r);  // lane k: R[8k..8k+7] twice
+  const __m256i head_bg = _mm256_setr_epi8(0, 8, -1, 1, 9, -1, 2, 10, -1, 3, 11, -1, 4, 12, -1, 5,
+                                           0, 8, -1, 1, 9, -1, 2, 10, -1, 3, 11, -1, 4, 12, -1, 5);
+  const __m256i head_r =
+      _mm256_setr_epi8(-1, -1, 0, -1, -1, 1, -1, -1, 2, -1, -1, 3, -1, -1, 4, -1, -1, -1, 0, -1, -1,
+                       1, -1, -1, 2, -1, -1, 3, -1, -1, 4, -1);
+  const __m256i tail_bg =
+      _mm256_setr_epi8(13, -1, 6, 14, -1, 7, 15, -1, -1, -1, -1, -1, -1, -1, -1, -1, 13, -1, 6, 14,
+                       -1, 7, 15, -1, -1, -1, -1, -1, -1, -1, -1, -1);
+  const __m256i tail_r =
+      _mm256_setr_epi8(-1, 5, -1, -1, 6, -1, -1, 7, -1, -1, -1, -1, -1, -1, -1, -1, -1, 5, -1, -1,
+                       6, -1, -1, 7, -1, -1, -1, -1, -1, -1, -1, -1);
+  const __m256i head =
+      _mm256_or_si256(_mm256_shuffle_epi8(bg, head_bg), _mm256_shuffle_epi8(rr, head_r));
+  const __m256i tail =
+      _mm256_or_si256(_mm256_shuffle_epi8(bg, tail_bg), _mm256_shuffle_epi8(rr, tail_r));
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(d), _mm256_castsi256_si128(head));
+  _mm_storel_epi64(reinterpret_cast<__m128i*>(d + 16), _mm256_castsi256_si128(tail));
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(d + 24), _mm256_extracti128_si256(head, 1));
+  _mm_storel_epi64(reinterpret_cast<__m128i*>(d + 40), _mm256_extracti128_si256(tail, 1));
+}
+
+// Eight chroma terms, each shared by two neighbouring pixels: sixteen int16 in pixel order.
+inline __m256i Doubled(__m256i terms) {
+  const __m128i t =
+      _mm_packs_epi32(_mm256_castsi256_si128(terms), _mm256_extracti128_si256(terms, 1));
+  return _mm256_set_m128i(_mm_unpackhi_epi16(t, t), _mm_unpacklo_epi16(t, t));
+}
+
+inline __m256i Pairs16(int16_t a, int16_t b) {
+  return _mm256_set1_epi32(static_cast<int32_t>(static_cast<uint16_t>(a)) |
+                           (static_cast<int32_t>(static_cast<uint16_t>(b)) << 16));
+}
+inline __m256i Madd(__m256i pairs, int16_t a, int16_t b) {
+  return _mm256_madd_epi16(pairs, Pairs16(a, b));
+}
+inline __m256i Shift16(__m256i x, int32_t k) { return _mm256_srai_epi32(Add(x, k), 16); }
+
+// The reference's 4:2:2 sums split exactly as 65536 * whole + rest, so each channel is whole
+// plus rest >> 16, with U and V unsigned (their offsets of 128 folded into the constants):
+//   red   = (Y + 2V - 256) + ((10748 Y - 26477 V + 2201280) >> 16)
+//   green = (Y - V) + ((10748 Y - 25690 U + 12255 V + 8920512) >> 16)
+//   blue  = (Y + 2U - 256) + ((10748 Y + 1114 U - 1330368) >> 16)
+// The rests are 16-bit multiply-adds of (Y, U) and (Y, V) pairs, four pixels of each lane at a
+// time; the wholes are 16-bit sums over all sixteen pixels.
+struct Rests {
+  __m256i b, g, r;
+};
+inline Rests Rests422(__m256i yu, __m256i yv) {
+  return {Shift16(Madd(yu, 10748, 1114), -1330368),
+          Shift16(_mm256_add_epi32(Madd(yu, 10748, -25690), Madd(yv, 0, 12255)), 8920512),
+          Shift16(Madd(yv, 10748, -26477), 2201280)};
+}
+
+// One 4:2:2 row: sixteen pixels (eight groups Y0, U, Y1, V) a step.
+void Row422(const uint8_t* s, uint8_t* d, int32_t width) {
+  const __m256i yu_first = _mm256_setr_epi8(0, -1, 1, -1, 2, -1, 1, -1, 4, -1, 5, -1, 6, -1, 5, -1,
+                                            0, -1, 1, -1, 2, -1, 1, -1, 4, -1, 5, -1, 6, -1, 5, -1);
+  const __m256i yu_second =
+      _mm256_setr_epi8(8, -1, 9, -1, 10, -1, 9, -1, 12, -1, 13, -1, 14, -1, 13, -1, 8, -1, 9, -1,
+                       10, -1, 9, -1, 12, -1, 13, -1, 14, -1, 13, -1);
+  const __m256i to_yv = _mm256_set1_epi32(2 << 16);  // U at byte 4k + 1, V at 4k + 3
+  const __m256i u_of_pixel =
+      _mm256_setr_epi8(1, -1, 1, -1, 5, -1, 5, -1, 9, -1, 9, -1, 13, -1, 13, -1, 1, -1, 1, -1, 5,
+                       -1, 5, -1, 9, -1, 9, -1, 13, -1, 13, -1);
+  const __m256i v_of_pixel = _mm256_add_epi8(u_of_pixel, _mm256_set1_epi16(2));
+  const __m256i k256 = _mm256_set1_epi16(256);
+  int32_t x = 0;
+  for (; x + 16 <= width; x += 16) {
+    const __m256i in = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(s + 2 * x));
+    const Rests first = Rests422(_mm256_shuffle_epi8(in, yu_first),
+                                 _mm256_shuffle_epi8(in, _mm256_add_epi8(yu_first, to_yv)));
+    const Rests second = Rests422(_mm256_shuffle_epi8(in, yu_second),
+                                  _mm256_shuffle_epi8(in, _mm256_add_epi8(yu_second, to_yv)));
+    // Lane k: pixels 8k..8k+7, in the order the packs below give.
+    const __m256i y = _mm256_and_si256(in, _mm256_set1_epi16(0xFF));
+    const __m256i u = _mm256_shuffle_epi8(in, u_of_pixel);
+    const __m256i v = _mm256_shuffle_epi8(in, v_of_pixel);
+    const __m256i b = _mm256_sub_epi16(_mm256_add_epi16(y, _mm256_add_epi16(u, u)), k256);
+    const __m256i g = _mm256_sub_epi16(y, v);
+    const __m256i r = _mm256_sub_epi16(_mm256_add_epi16(y, _mm256_add_epi16(v, v)), k256);
+    StoreBgr16(d + 3 * x, _mm256_add_epi16(b, _mm256_packs_epi32(first.b, second.b)),
+               _mm256_add_epi16(g, _mm256_packs_epi32(first.g, second.g)),
+               _mm256_add_epi16(r, _mm256_packs_epi32(first.r, second.r)));
+  }
+  for (; x + 2 <= width; x += 2) {
+    const uint8_t* g = s + 2 * x;
+    YuvToBgr422(g[0], g[1] - 128, g[3] - 128, d + 3 * x);
+    YuvToBgr422(g[2], g[1] - 128, g[3] - 128, d + 3 * x + 3);
+  }
+  if (x < width) YuvToBgr422(s[2 * x], s[2 * x + 1] - 128, s[2 * x - 1] - 128, d + 3 * x);
+}
+
+// Two rows of 4:2:0 sharing one chroma row. Luma is at full range, so each channel is
+// Y + (chroma term >> 16) exactly: the terms are computed once, in 16 bits, for both rows.
+void RowPair420(const uint8_t* y0, const uint8_t* y1, const uint8_t* p2, const uint8_t* p3,
+                uint8_t* d0, uint8_t* d1, int32_t blocks) {
+  int32_t j = 0;
+  for (; j + 8 <= blocks; j += 8) {
+    const __m256i a =
+        Add(_mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p2 + j))), -128);
+    const __m256i b =
+        Add(_mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p3 + j))), -128);
+    const __m256i c0 = Doubled(_mm256_srai_epi32(Add(Mul(b, 74711), 32768), 16));
+    const __m256i c1 =
+        Doubled(_mm256_srai_epi32(_mm256_add_epi32(Mul(b, -38076), Mul(a, -25821)), 16));
+    const __m256i c2 = Doubled(_mm256_srai_epi32(Add(Mul(a, 133169), 32768), 16));
+    for (int k = 0; k < 2; ++k) {
+      const uint8_t* y = (k == 0 ? y0 : y1) + 2 * j;
+      const __m256i luma =
+          _mm256_cvtepu8_epi16(_mm_loadu_si128(reinterpret_cast<const __m128i*>(y)));
+      StoreBgr16((k == 0 ? d0 : d1) + 6 * j, _mm256_add_epi16(luma, c0), _mm256_add_epi16(luma, c1),
+                 _mm256_add_epi16(luma, c2));
+    }
+  }
+  for (; j < blocks; ++j) {
+    const int32_t a = p2[j] - 128, b = p3[j] - 128;
+    for (int x = 2 * j; x < 2 * j + 2; ++x) {
+      YuvToBgr420(y0[x], a, b, d0 + 3 * x);
+      YuvToBgr420(y1[x], a, b, d1 + 3 * x);
+    }
+  }
+}
+
+inline const uint8_t* RowOf(const uint8_t* p, int32_t step, int32_t r) {
+  return p + static_cast<int64_t>(r) * step;
+}
+inline uint8_t* RowOf(uint8_t* p, int32_t step, int32_t r) {
+  return p + static_cast<int64_t>(r) * step;
+}
+
+}  // namespace
+
+Status ippiYCbCr422ToBGR_8u_C2C3R(const uint8_t* src, int32_t src_step, uint8_t* dst,
+                                  int32_t dst_step, Size roi) {
+  if (const Status s = Check422(src, dst, roi); s != ippStsNoErr) return s;
+  for (int32_t r = 0; r < roi.height; ++r) {
+    Row422(RowOf(src, src_step, r), RowOf(dst, dst_step, r), roi.width);
+  }
+  return ippStsNoErr;
+}
+
+Status ippiYUV420ToBGR_8u_P3C3R(const uint8_t* const src[3], const int32_t src_step[3],
+                                uint8_t* dst, int32_t dst_step, Size roi) {
+  if (const Status s = Check420(src, src_step, dst, roi); s != ippStsNoErr) return s;
+  for (int32_t i = 0; i < roi.height / 2; ++i) {
+    RowPair420(RowOf(src[0], src_step[0], 2 * i), RowOf(src[0], src_step[0], 2 * i + 1),
+               RowOf(src[1], src_step[1], i), RowOf(src[2], src_step[2], i),
+               RowOf(dst, dst_step, 2 * i), RowOf(dst, dst_step, 2 * i + 1), roi.width / 2);
+  }
+  return Status420(roi);
+}
+
+}  // namespace framekit::prim::avx2

@@ -1,0 +1,152 @@
+// YUV to BGR conversions, SSSE3 level: classes 2 and 3, and 4 and 5, which have no body of
+// their own. Eight pixels a step. Every sum is the reference's exact 32-bit value, computed with
+// 16-bit multiply-adds of an exact split (a weight w over 65536 as 65536 * whole + rest), before
+// the same shifts; the unsigned pack clamps as the reference does. Each step writes exactly its
+// 24 bytes. Tails: fewer than 8 pixels, and the odd last pixel or column, go through the scalar
+// formulas of colour_kernels.h. Nothing outside a row's pixels is read or written.
+#include <tmmintrin.h>
+
+#include <cstdint>
+
+#include "primitives/colour/colour.h"
+#include "primitives/colour/colour_kernels.h"
+
+namespace framekit::prim::ssse3 {
+namespace {
+
+inline __m128i Pairs16(int16_t a, int16_t b) {
+  return _mm_set1_epi32(static_cast<int32_t>(static_cast<uint16_t>(a)) |
+                        (static_cast<int32_t>(static_cast<uint16_t>(b)) << 16));
+}
+inline __m128i Madd(__m128i pairs, int16_t a, int16_t b) {
+  return _mm_madd_epi16(pairs, Pairs16(a, b));
+}
+inline __m128i Add(__m128i a, int32_t k) { return _mm_add_epi32(a, _mm_set1_epi32(k)); }
+inline __m128i Shift16(__m128i x, int32_t k) { return _mm_srai_epi32(Add(x, k), 16); }
+
+// Eight pixels from three channels of eight int16 each, clamped to 0..255, as 24 BGR bytes.
+inline void StoreBgr8(uint8_t* d, __m128i b, __m128i g, __m128i r) {
+  const __m128i bg = _mm_packus_epi16(b, g);  // B0-7, G0-7
+  const __m128i rr = _mm_packus_epi16(r, r);  // R0-7 twice
+  const __m128i head = _mm_or_si128(
+      _mm_shuffle_epi8(bg, _mm_setr_epi8(0, 8, -1, 1, 9, -1, 2, 10, -1, 3, 11, -1, 4, 12, -1, 5)),
+      _mm_shuffle_epi8(rr,
+                       _mm_setr_epi8(-1, -1, 0, -1, -1, 1, -1, -1, 2, -1, -1, 3, -1, -1, 4, -1)));
+  const __m128i tail = _mm_or_si128(
+      _mm_shuffle_epi8(bg,
+                       _mm_setr_epi8(13, -1, 6, 14, -1, 7, 15, -1, -1, -1, -1, -1, -1, -1, -1, -1)),
+      _mm_shuffle_epi8(rr,
+                       _mm_setr_epi8(-1, 5, -1, -1, 6, -1, -1, 7, -1, -1, -1, -1, -1, -1, -1, -1)));
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(d), head);
+  _mm_storel_epi64(reinterpret_cast<__m128i*>(d + 16), tail);
+}
+
+// Four 4:2:2 pixels from 16-bit (Y, U) and (Y, V) pairs, U and V unsigned:
+//   red   = Y + 2V - 256 + ((10748 Y - 26477 V + 2201280) >> 16)
+//   green = Y - V + ((10748 Y - 25690 U + 12255 V + 8920512) >> 16)
+//   blue  = Y + 2U - 256 + ((10748 Y + 1114 U - 1330368) >> 16)
+struct Bgr4 {
+  __m128i b, g, r;
+};
+inline Bgr4 Convert422(__m128i yu, __m128i yv) {
+  return {
+      _mm_add_epi32(Add(Madd(yu, 1, 2), -256), Shift16(Madd(yu, 10748, 1114), -1330368)),
+      _mm_add_epi32(Madd(yv, 1, -1),
+                    Shift16(_mm_add_epi32(Madd(yu, 10748, -25690), Madd(yv, 0, 12255)), 8920512)),
+      _mm_add_epi32(Add(Madd(yv, 1, 2), -256), Shift16(Madd(yv, 10748, -26477), 2201280))};
+}
+
+void Row422(const uint8_t* s, uint8_t* d, int32_t width) {
+  const __m128i yu_first = _mm_setr_epi8(0, -1, 1, -1, 2, -1, 1, -1, 4, -1, 5, -1, 6, -1, 5, -1);
+  const __m128i yu_second =
+      _mm_setr_epi8(8, -1, 9, -1, 10, -1, 9, -1, 12, -1, 13, -1, 14, -1, 13, -1);
+  const __m128i to_yv = _mm_set1_epi32(2 << 16);  // U at byte 4k + 1, V at 4k + 3
+  int32_t x = 0;
+  for (; x + 8 <= width; x += 8) {
+    const __m128i in = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + 2 * x));
+    const Bgr4 first = Convert422(_mm_shuffle_epi8(in, yu_first),
+                                  _mm_shuffle_epi8(in, _mm_add_epi8(yu_first, to_yv)));
+    const Bgr4 second = Convert422(_mm_shuffle_epi8(in, yu_second),
+                                   _mm_shuffle_epi8(in, _mm_add_epi8(yu_second, to_yv)));
+    StoreBgr8(d + 3 * x, _mm_packs_epi32(first.b, second.b), _mm_packs_epi32(first.g, second.g),
+              _mm_packs_epi32(first.r, second.r));
+  }
+  for (; x + 2 <= width; x += 2) {
+    const uint8_t* g = s + 2 * x;
+    YuvToBgr422(g[0], g[1] - 128, g[3] - 128, d + 3 * x);
+    YuvToBgr422(g[2], g[1] - 128, g[3] - 128, d + 3 * x + 3);
+  }
+  if (x < width) YuvToBgr422(s[2 * x], s[2 * x + 1] - 128, s[2 * x - 1] - 128, d + 3 * x);
+}
+
+// Four chroma terms, each shared by two neighbouring pixels: eight int16 in pixel order.
+inline __m128i Doubled(__m128i terms) {
+  const __m128i t = _mm_packs_epi32(terms, terms);
+  return _mm_unpacklo_epi16(t, t);
+}
+
+// Two rows of 4:2:0 sharing one chroma row: each channel is Y + (chroma term >> 16), with
+// (b, a) the 16-bit pair of third- and second-plane samples less 128:
+//   byte 0: b + ((9175 b + 32768) >> 16); byte 1: -b + ((27460 b - 25821 a) >> 16);
+//   byte 2: 2a + ((2097 a + 32768) >> 16).
+void RowPair420(const uint8_t* y0, const uint8_t* y1, const uint8_t* p2, const uint8_t* p3,
+                uint8_t* d0, uint8_t* d1, int32_t blocks) {
+  const __m128i zero = _mm_setzero_si128();
+  int32_t j = 0;
+  for (; j + 4 <= blocks; j += 4) {
+    int32_t a4, b4;
+    __builtin_memcpy(&a4, p2 + j, 4);
+    __builtin_memcpy(&b4, p3 + j, 4);
+    const __m128i ba = _mm_sub_epi16(
+        _mm_unpacklo_epi8(_mm_unpacklo_epi8(_mm_cvtsi32_si128(b4), _mm_cvtsi32_si128(a4)), zero),
+        _mm_set1_epi16(128));
+    const __m128i c0 = Doubled(_mm_add_epi32(Madd(ba, 1, 0), Shift16(Madd(ba, 9175, 0), 32768)));
+    const __m128i c1 =
+        Doubled(_mm_add_epi32(Madd(ba, -1, 0), _mm_srai_epi32(Madd(ba, 27460, -25821), 16)));
+    const __m128i c2 = Doubled(_mm_add_epi32(Madd(ba, 0, 2), Shift16(Madd(ba, 0, 2097), 32768)));
+    for (int k = 0; k < 2; ++k) {
+      const __m128i luma = _mm_unpacklo_epi8(
+          _mm_loadl_epi64(reinterpret_cast<const __m128i*>((k == 0 ? y0 : y1) + 2 * j)), zero);
+      StoreBgr8((k == 0 ? d0 : d1) + 6 * j, _mm_add_epi16(luma, c0), _mm_add_epi16(luma, c1),
+                _mm_add_epi16(luma, c2));
+    }
+  }
+  for (; j < blocks; ++j) {
+    const int32_t a = p2[j] - 128, b = p3[j] - 128;
+    for (int x = 2 * j; x < 2 * j + 2; ++x) {
+      YuvToBgr420(y0[x], a, b, d0 + 3 * x);
+      YuvToBgr420(y1[x], a, b, d1 + 3 * x);
+    }
+  }
+}
+
+inline const uint8_t* RowOf(const uint8_t* p, int32_t step, int32_t r) {
+  return p + static_cast<int64_t>(r) * step;
+}
+inline uint8_t* RowOf(uint8_t* p, int32_t step, int32_t r) {
+  return p + static_cast<int64_t>(r) * step;
+}
+
+}  // namespace
+
+Status ippiYCbCr422ToBGR_8u_C2C3R(const uint8_t* src, int32_t src_step, uint8_t* dst,
+                                  int32_t dst_step, Size roi) {
+  if (const Status s = Check422(src, dst, roi); s != ippStsNoErr) return s;
+  for (int32_t r = 0; r < roi.height; ++r) {
+    Row422(RowOf(src, src_step, r), RowOf(dst, dst_step, r), roi.width);
+  }
+  return ippStsNoErr;
+}
+
+Status ippiYUV420ToBGR_8u_P3C3R(const uint8_t* const src[3], const int32_t src_step[3],
+                                uint8_t* dst, int32_t dst_step, Size roi) {
+  if (const Status s = Check420(src, src_step, dst, roi); s != ippStsNoErr) return s;
+  for (int32_t i = 0; i < roi.height / 2; ++i) {
+    RowPair420(RowOf(src[0], src_step[0], 2 * i), RowOf(src[0], src_step[0], 2 * i + 1),
+               RowOf(src[1], src_step[1], i), RowOf(src[2], src_step[2], i),
+               RowOf(dst, dst_step, 2 * i), RowOf(dst, dst_step, 2 * i + 1), roi.width / 2);
+  }
+  return Status420(roi);
+}
+
+}  // namespace framekit::prim::ssse3
