@@ -3,6 +3,7 @@
 #include <string>
 
 #include "bench_frames.h"
+#include "primitives/colour/colour.h"
 #include "primitives/copy/copy.h"
 #include "primitives/core/dispatch.h"
 #include "primitives/mirror/mirror.h"
@@ -101,6 +102,24 @@ void RegisterSet() {
   });
 }
 
+// The colour conversions on buffers of three bytes a pixel (room for every format).
+void RegisterColour() {
+  RegisterTwoBuffer("bgr_to_422", prim::kBGRToYCbCr422Table, 3,
+                    [](prim::PackedConvertFn fn, const uint8_t* s, uint8_t* d, int32_t step,
+                       Size roi) { return fn(s, step, d, 2 * roi.width, roi); });
+  RegisterTwoBuffer("422_to_bgr", prim::kYCbCr422ToBGRTable, 3,
+                    [](prim::PackedConvertFn fn, const uint8_t* s, uint8_t* d, int32_t step,
+                       Size roi) { return fn(s, 2 * roi.width, d, step, roi); });
+  RegisterTwoBuffer("bgr_to_420", prim::kBGRToYUV420Table, 3,
+                    [](prim::PackedToPlanarFn fn, const uint8_t* s, uint8_t* d, int32_t step,
+                       Size roi) {
+                      const int32_t luma = roi.width * roi.height;
+                      uint8_t* const planes[3] = {d, d + luma, d + luma + luma / 4};
+                      const int32_t steps[3] = {roi.width, roi.width / 2, roi.width / 2};
+                      return fn(s, step, planes, steps, roi);
+                    });
+}
+
 }  // namespace
 
 void RegisterPrimitiveBenchmarks() {
@@ -118,6 +137,7 @@ void RegisterPrimitiveBenchmarks() {
   RegisterCopy("copy_C3R", prim::kCopyC3RTable, 3);
   RegisterCopy("copy_C4R", prim::kCopyC4RTable, 4);
   RegisterSet();
+  RegisterColour();
 }
 
 }  // namespace framekit::bench

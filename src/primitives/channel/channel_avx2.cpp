@@ -1,10 +1,11 @@
 // Channel primitives, AVX2 level: class 6.
 // Eight pixels a step. A 3-byte source of a 4-byte destination is read exactly (two 16-byte
 // loads, bytes 0-15 and 8-23, shifted into place), so those loops run while 8 pixels remain.
-// Where the 3-byte side is written (and by the swap, also read) it is one 32-byte access of
-// which 24 bytes are the step's pixels: those loops run while 11 pixels remain (3 * 11 >= 32),
-// the 8 bytes past the step's pixels are rewritten by the next step or the scalar tail, and the
-// swap writes back there the values it loaded, so src == dst stays exact. Nothing outside a
+// Where the 3-byte side alone is written it is one 32-byte access of which 24 bytes are the
+// step's pixels: that loop runs while 11 pixels remain (3 * 11 >= 32), and the 8 bytes past the
+// step's pixels are rewritten by the next step or the scalar tail. The swap reads and writes two
+// 16-byte pieces at bytes 0 and 12 of a step, running while 10 pixels remain; the 4 bytes past
+// the step's pixels are written back as loaded, so src == dst stays exact. Nothing outside a
 // row's pixels is read or written.
 #include <immintrin.h>
 
@@ -28,12 +29,7 @@ inline __m256i LoadC3x8(const uint8_t* p) {
   const __m128i hi = _mm_srli_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 8)), 4);
   return _mm256_inserti128_si256(_mm256_castsi128_si256(lo), hi, 1);
 }
-// Pixels 0-3 of 24 bytes in the low lane, pixels 4-7 in the high lane (bytes 0-11 of each),
-// from one 32-byte load.
-inline __m256i SpreadC3(__m256i v) {
-  return _mm256_permutevar8x32_epi32(v, _mm256_setr_epi32(0, 1, 2, 3, 3, 4, 5, 6));
-}
-// The inverse: bytes 0-11 of each lane joined into bytes 0-23; dwords 6 and 7 from `rest`.
+// Bytes 0-11 of each lane joined into bytes 0-23; dwords 6 and 7 from `rest`.
 inline __m256i JoinC3(__m256i v, __m256i rest) {
   const __m256i joined = _mm256_permutevar8x32_epi32(v, _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 7, 7));
   return _mm256_blend_epi32(joined, rest, 0xC0);
@@ -41,6 +37,8 @@ inline __m256i JoinC3(__m256i v, __m256i rest) {
 
 // Pixels that must remain for one 32-byte access of a 3-byte row (3 * 11 >= 32).
 constexpr int32_t kWide = 11;
+// Pixels that must remain for the swap's two 16-byte accesses at bytes 0 and 12 (3 * 10 >= 28).
+constexpr int32_t kSwapReach = 10;
 
 inline int64_t RowOffset(int32_t step, int32_t r) { return static_cast<int64_t>(r) * step; }
 
@@ -142,10 +140,11 @@ Status ippiAddC_8u_C4IRSfs(const uint8_t value[4], uint8_t* p, int32_t step, Siz
 Status ippiSwapChannels_8u_C3R(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_step,
                                Size roi, const int32_t order[3]) {
   if (const Status s = CheckSwap(src, dst, roi, order); s != ippStsNoErr) return s;
+  // Bytes 12-15 of each lane keep their place: written back as loaded.
   alignas(32) int8_t mask[32];
   for (int lane = 0; lane < 2; ++lane) {
     for (int i = 0; i < 16; ++i) {
-      mask[16 * lane + i] = static_cast<int8_t>(i < 12 ? (i / 3) * 3 + order[i % 3] : -1);
+      mask[16 * lane + i] = static_cast<int8_t>(i < 12 ? (i / 3) * 3 + order[i % 3] : i);
     }
   }
   const __m256i shuffle = _mm256_load_si256(reinterpret_cast<const __m256i*>(mask));
@@ -153,9 +152,17 @@ Status ippiSwapChannels_8u_C3R(const uint8_t* src, int32_t src_step, uint8_t* ds
     const uint8_t* s = src + RowOffset(src_step, r);
     uint8_t* d = dst + RowOffset(dst_step, r);
     int32_t x = 0;
-    for (; x + kWide <= roi.width; x += 8) {
-      const __m256i in = Load(s + 3 * x);
-      Store(d + 3 * x, JoinC3(_mm256_shuffle_epi8(SpreadC3(in), shuffle), in));
+    // Pixels 0-3 from bytes 0-15 and pixels 4-7 from bytes 12-27, each lane stored where it was
+    // loaded: the second store overwrites the first's last 4 bytes with pixel 4, and its own last
+    // 4 bytes (pixels 8 and 9 of the row's next step) are the loaded values.
+    for (; x + kSwapReach <= roi.width; x += 8) {
+      const __m256i in = _mm256_inserti128_si256(
+          _mm256_castsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(s + 3 * x))),
+          _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + 3 * x + 12)), 1);
+      const __m256i out = _mm256_shuffle_epi8(in, shuffle);
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(d + 3 * x), _mm256_castsi256_si128(out));
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(d + 3 * x + 12),
+                       _mm256_extracti128_si256(out, 1));
     }
     for (; x < roi.width; ++x) {
       const uint8_t px[3] = {s[3 * x], s[3 * x + 1], s[3 * x + 2]};

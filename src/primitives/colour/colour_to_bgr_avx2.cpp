@@ -57,54 +57,41 @@ inline __m256i Pairs16(int16_t a, int16_t b) {
 inline __m256i Madd(__m256i pairs, int16_t a, int16_t b) {
   return _mm256_madd_epi16(pairs, Pairs16(a, b));
 }
-inline __m256i Shift16(__m256i x, int32_t k) { return _mm256_srai_epi32(Add(x, k), 16); }
 
-// The reference's 4:2:2 sums split exactly as 65536 * whole + rest, so each channel is whole
-// plus rest >> 16, with U and V unsigned (their offsets of 128 folded into the constants):
-//   red   = (Y + 2V - 256) + ((10748 Y - 26477 V + 2201280) >> 16)
-//   green = (Y - V) + ((10748 Y - 25690 U + 12255 V + 8920512) >> 16)
-//   blue  = (Y + 2U - 256) + ((10748 Y + 1114 U - 1330368) >> 16)
-// The rests are 16-bit multiply-adds of (Y, U) and (Y, V) pairs, four pixels of each lane at a
-// time; the wholes are 16-bit sums over all sixteen pixels.
-struct Rests {
-  __m256i b, g, r;
-};
-inline Rests Rests422(__m256i yu, __m256i yv) {
-  return {Shift16(Madd(yu, 10748, 1114), -1330368),
-          Shift16(_mm256_add_epi32(Madd(yu, 10748, -25690), Madd(yv, 0, 12255)), 8920512),
-          Shift16(Madd(yv, 10748, -26477), 2201280)};
+// The high 16 bits of each 32-bit value of `even` and of `odd`, interleaved: as signed 16-bit
+// values these are the arithmetic shifts by 16.
+inline __m256i HighWords(__m256i even, __m256i odd) {
+  return _mm256_blend_epi16(_mm256_srli_epi32(even, 16), odd, 0xAA);
 }
 
-// One 4:2:2 row: sixteen pixels (eight groups Y0, U, Y1, V) a step.
+// One 4:2:2 row: sixteen pixels (eight groups Y0, U, Y1, V) a step. Each group's 32 bits, masked
+// to (Y0, Y1) and shifted to (U, V) as 16-bit halves, give the reference's sums exactly with
+// 16-bit weights:
+//   76284 Y0 = 10748 Y0 + 65536 Y0 (the shift of (Y0, Y1) by 16), likewise Y1 with its mask;
+//   blue  = 76284 Y + 1114 U + 131072 U (the shift of (U, V) by 17) - 18107584
+//   green = 76284 Y - 25690 U + 12255 V - 65536 V + 8920512
+//   red   = 76284 Y - 26477 V + 131072 V - 14575936
+// The chroma terms are shared by the group's two pixels; the channels are the sums' high halves,
+// clamped by the unsigned pack.
 void Row422(const uint8_t* s, uint8_t* d, int32_t width) {
-  const __m256i yu_first = _mm256_setr_epi8(0, -1, 1, -1, 2, -1, 1, -1, 4, -1, 5, -1, 6, -1, 5, -1,
-                                            0, -1, 1, -1, 2, -1, 1, -1, 4, -1, 5, -1, 6, -1, 5, -1);
-  const __m256i yu_second =
-      _mm256_setr_epi8(8, -1, 9, -1, 10, -1, 9, -1, 12, -1, 13, -1, 14, -1, 13, -1, 8, -1, 9, -1,
-                       10, -1, 9, -1, 12, -1, 13, -1, 14, -1, 13, -1);
-  const __m256i to_yv = _mm256_set1_epi32(2 << 16);  // U at byte 4k + 1, V at 4k + 3
-  const __m256i u_of_pixel =
-      _mm256_setr_epi8(1, -1, 1, -1, 5, -1, 5, -1, 9, -1, 9, -1, 13, -1, 13, -1, 1, -1, 1, -1, 5,
-                       -1, 5, -1, 9, -1, 9, -1, 13, -1, 13, -1);
-  const __m256i v_of_pixel = _mm256_add_epi8(u_of_pixel, _mm256_set1_epi16(2));
-  const __m256i k256 = _mm256_set1_epi16(256);
+  const __m256i low_words = _mm256_set1_epi32(0x00FF00FF);
+  const __m256i high_half = _mm256_set1_epi32(static_cast<int32_t>(0xFFFF0000u));
   int32_t x = 0;
   for (; x + 16 <= width; x += 16) {
     const __m256i in = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(s + 2 * x));
-    const Rests first = Rests422(_mm256_shuffle_epi8(in, yu_first),
-                                 _mm256_shuffle_epi8(in, _mm256_add_epi8(yu_first, to_yv)));
-    const Rests second = Rests422(_mm256_shuffle_epi8(in, yu_second),
-                                  _mm256_shuffle_epi8(in, _mm256_add_epi8(yu_second, to_yv)));
-    // Lane k: pixels 8k..8k+7, in the order the packs below give.
-    const __m256i y = _mm256_and_si256(in, _mm256_set1_epi16(0xFF));
-    const __m256i u = _mm256_shuffle_epi8(in, u_of_pixel);
-    const __m256i v = _mm256_shuffle_epi8(in, v_of_pixel);
-    const __m256i b = _mm256_sub_epi16(_mm256_add_epi16(y, _mm256_add_epi16(u, u)), k256);
-    const __m256i g = _mm256_sub_epi16(y, v);
-    const __m256i r = _mm256_sub_epi16(_mm256_add_epi16(y, _mm256_add_epi16(v, v)), k256);
-    StoreBgr16(d + 3 * x, _mm256_add_epi16(b, _mm256_packs_epi32(first.b, second.b)),
-               _mm256_add_epi16(g, _mm256_packs_epi32(first.g, second.g)),
-               _mm256_add_epi16(r, _mm256_packs_epi32(first.r, second.r)));
+    const __m256i yy = _mm256_and_si256(in, low_words);  // (Y0, Y1)
+    const __m256i uv = _mm256_srli_epi16(in, 8);          // (U, V)
+    const __m256i y0 = _mm256_add_epi32(Madd(yy, 10748, 0), _mm256_slli_epi32(yy, 16));
+    const __m256i y1 = _mm256_add_epi32(Madd(yy, 0, 10748), _mm256_and_si256(yy, high_half));
+    const __m256i v16 = _mm256_and_si256(uv, high_half);  // 65536 V
+    const __m256i tb = Add(_mm256_add_epi32(Madd(uv, 1114, 0), _mm256_slli_epi32(uv, 17)),
+                           -18107584);
+    const __m256i tg = Add(_mm256_sub_epi32(Madd(uv, -25690, 12255), v16), 8920512);
+    const __m256i tr = Add(_mm256_add_epi32(Madd(uv, 0, -26477), _mm256_slli_epi32(v16, 1)),
+                           -14575936);
+    StoreBgr16(d + 3 * x, HighWords(_mm256_add_epi32(y0, tb), _mm256_add_epi32(y1, tb)),
+               HighWords(_mm256_add_epi32(y0, tg), _mm256_add_epi32(y1, tg)),
+               HighWords(_mm256_add_epi32(y0, tr), _mm256_add_epi32(y1, tr)));
   }
   for (; x + 2 <= width; x += 2) {
     const uint8_t* g = s + 2 * x;
