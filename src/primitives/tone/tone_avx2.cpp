@@ -1,8 +1,10 @@
 // Fast-path tone kernels, AVX2 level: class 6. As the SSE2 and SSSE3 bodies, with 16 bytes (or
 // one channel of 16 pixels) widened into two vectors of eight 32-bit lanes. packs works within
 // 128-bit halves, so the 16-bit result is put back in order with one permute before the final
-// unsigned pack. Tails run the model's truncating formulas. Unaligned loads; nothing outside a
-// row's 3 * width bytes is touched.
+// unsigned pack. Saturation below 510 skips single precision: its mean and scaled difference
+// are one pmulhrsw each with a multiplier fitted and checked per call (tone_model.h), two
+// 16-pixel blocks at a time. Tails run the model's truncating formulas. Unaligned loads;
+// nothing outside a row's 3 * width bytes is touched.
 #include <immintrin.h>
 
 #include <cstdint>
@@ -170,6 +172,63 @@ void SaturateBlockPair(uint8_t* px, __m256 scale, const WideControls& k) {
                       _mm256_permute2x128_si256(out[1], out[2], 0x31));
 }
 
+// Saturations 0..509 with a fitted multiplier (tone_model.h): the mean and the scaled difference
+// are one pmulhrsw each, in 16-bit lanes; packus gives the final clamp.
+template <bool kAboveIdentity>
+inline void SaturateWordsFitted(__m256i w[3], __m256i multiplier) {
+  const __m256i third = _mm256_set1_epi16(10923);
+  const __m256i sum = _mm256_add_epi16(_mm256_add_epi16(w[0], w[1]), w[2]);
+  const __m256i mean = _mm256_mulhrs_epi16(sum, third);
+  for (int c = 0; c < 3; ++c) {
+    const __m256i r = _mm256_mulhrs_epi16(_mm256_sub_epi16(w[c], mean), multiplier);
+    w[c] = _mm256_add_epi16(kAboveIdentity ? w[c] : mean, r);
+  }
+}
+
+template <bool kAboveIdentity>
+void SaturateBlockPairFitted(uint8_t* px, __m256i multiplier, const WideControls& k) {
+  const __m256i zero = _mm256_setzero_si256();
+  const __m256i a = _mm256_loadu_si256(reinterpret_cast<__m256i*>(px));
+  const __m256i b = _mm256_loadu_si256(reinterpret_cast<__m256i*>(px + 32));
+  const __m256i c = _mm256_loadu_si256(reinterpret_cast<__m256i*>(px + 64));
+  const __m256i in[3] = {_mm256_permute2x128_si256(a, b, 0x30),
+                         _mm256_permute2x128_si256(a, c, 0x21),
+                         _mm256_permute2x128_si256(b, c, 0x30)};
+  __m256i ch[3];
+  for (int i = 0; i < 3; ++i) ch[i] = Gather3(in, k.split[i]);
+  __m256i lo[3], hi[3];
+  for (int i = 0; i < 3; ++i) {
+    lo[i] = _mm256_unpacklo_epi8(ch[i], zero);
+    hi[i] = _mm256_unpackhi_epi8(ch[i], zero);
+  }
+  SaturateWordsFitted<kAboveIdentity>(lo, multiplier);
+  SaturateWordsFitted<kAboveIdentity>(hi, multiplier);
+  for (int i = 0; i < 3; ++i) ch[i] = _mm256_packus_epi16(lo[i], hi[i]);
+  __m256i out[3];
+  for (int o = 0; o < 3; ++o) out[o] = Gather3(ch, k.join[o]);
+  _mm256_storeu_si256(reinterpret_cast<__m256i*>(px),
+                      _mm256_permute2x128_si256(out[0], out[1], 0x20));
+  _mm256_storeu_si256(reinterpret_cast<__m256i*>(px + 32),
+                      _mm256_permute2x128_si256(out[2], out[0], 0x30));
+  _mm256_storeu_si256(reinterpret_cast<__m256i*>(px + 64),
+                      _mm256_permute2x128_si256(out[1], out[2], 0x31));
+}
+
+// A row's blocks with the fitted multiplier: pairs, then a last odd block through the scalar
+// form of the same integer steps (tone_model.h).
+template <bool kAboveIdentity>
+void SaturateRowFitted(uint8_t* row, int32_t blocks, const tone::SaturationFit& fit,
+                       const WideControls& k) {
+  const __m256i multiplier = _mm256_set1_epi16(fit.multiplier);
+  int32_t b = 0;
+  for (; b + 2 <= blocks; b += 2) {
+    SaturateBlockPairFitted<kAboveIdentity>(row + int64_t{b} * 48, multiplier, k);
+  }
+  if (b < blocks) {
+    for (int x = 0; x < 16; ++x) tone::SaturationFitPixel(row + int64_t{b} * 48 + 3 * x, fit);
+  }
+}
+
 }  // namespace
 
 Status LightnessBlocks(uint8_t* p, int32_t step, Size roi, int32_t level) {
@@ -225,9 +284,17 @@ Status SaturationBlocks(uint8_t* p, int32_t step, Size roi, uint32_t s) {
   const __m256 scale = _mm256_set1_ps(tone::SaturationScale(s));
   const WideControls controls = MakeWideControls();
   const int32_t blocks = roi.width / 16;
+  tone::SaturationFit fit{};
+  const bool fitted = tone::FitSaturation(s, &fit);
   for (int32_t r = 0; r < roi.height; ++r) {
     uint8_t* row = p + int64_t{r} * step;
-    if (s <= (1u << 24)) {
+    if (fitted) {
+      if (fit.above_identity) {
+        SaturateRowFitted<true>(row, blocks, fit, controls);
+      } else {
+        SaturateRowFitted<false>(row, blocks, fit, controls);
+      }
+    } else if (s <= (1u << 24)) {
       int32_t b = 0;
       for (; b + 2 <= blocks; b += 2) SaturateBlockPair(row + int64_t{b} * 48, scale, controls);
       if (b < blocks) SaturateBlockNarrow(row + int64_t{b} * 48, scale);

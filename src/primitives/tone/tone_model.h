@@ -94,6 +94,50 @@ static inline void SaturationBlockPixel(uint8_t* p, float scale) {
     p[c] = ClampByte(WrapAdd(m, RoundEven(static_cast<float>(WrapSub(p[c], m)) * scale)));
   }
 }
+// The block formula in 16-bit integers, for the vector bodies. The rounded mean of a sum of three
+// bytes is (sum * 10923 + 2^14) >> 15 (pmulhrsw). The scaled difference d * S / 255 is never a
+// half (2dS is even, 255 times an odd number is odd) and single precision keeps it far from one,
+// so it is d * q + (d * multiplier + 2^14) >> 15 with q = S / 255 (0 or 1 here) for some 15-bit
+// multiplier near (S - 255q) / 255 * 2^15. FitSaturation finds it and checks it against the
+// model for every difference -255..255; false when no multiplier fits or S is 510 or more.
+struct SaturationFit {
+  bool above_identity;  // q = 1: the channel plus the rounded term, else the mean plus it
+  int16_t multiplier;
+};
+
+static inline int32_t MulHrs(int32_t a, int32_t b) { return (a * b + 16384) >> 15; }
+
+static inline int32_t SaturationMean(int32_t sum) { return MulHrs(sum, 10923); }
+
+static inline bool FitSaturation(uint32_t s, SaturationFit* fit) {
+  if (s >= 510) return false;
+  const float scale = SaturationScale(s);
+  const int32_t q = s >= 255 ? 1 : 0;
+  const int32_t centre =
+      static_cast<int32_t>((s - 255u * static_cast<uint32_t>(q)) * 32768u / 255u);
+  for (int32_t a = centre - 4; a <= centre + 4; ++a) {
+    if (a < 0 || a > 32767) continue;
+    bool exact = true;
+    for (int32_t d = -255; d <= 255 && exact; ++d) {
+      exact = RoundEven(static_cast<float>(d) * scale) == d * q + MulHrs(d, a);
+    }
+    if (exact) {
+      *fit = {q == 1, static_cast<int16_t>(a)};
+      return true;
+    }
+  }
+  return false;
+}
+
+// What the fitted vector bodies compute for one block pixel.
+static inline void SaturationFitPixel(uint8_t* p, const SaturationFit& fit) {
+  const int32_t m = SaturationMean(p[0] + p[1] + p[2]);
+  for (int c = 0; c < 3; ++c) {
+    const int32_t base = fit.above_identity ? p[c] : m;
+    p[c] = ClampByte(base + MulHrs(p[c] - m, fit.multiplier));
+  }
+}
+
 // Tail and general path: truncated mean, signed truncating division, low 8 bits kept (a
 // saturation above 255 may wrap).
 static inline void SaturationTruncPixel(uint8_t* p, uint32_t s) {

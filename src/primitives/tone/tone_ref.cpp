@@ -1,6 +1,7 @@
 // Reference fast-path kernels. Lightness, darkness and contrast change each byte on its own, so
 // a row is two table look-ups: one table built from the block formula, one from the tail formula.
-// Saturation mixes the three bytes of a pixel and runs the model pixel by pixel.
+// Saturation mixes the three bytes of a pixel: its model's two single-precision steps, the
+// rounded mean of a sum 0..765 and the rounded scaled difference -255..255, are tabled per call.
 #include <cstddef>
 
 #include "primitives/core/checks.h"
@@ -64,10 +65,22 @@ Status ContrastBlocks(uint8_t* p, int32_t step, Size roi, int32_t k) {
 Status SaturationBlocks(uint8_t* p, int32_t step, Size roi, uint32_t s) {
   if (const Status st = CheckOne(p, roi); st != ippStsNoErr) return st;
   const float scale = tone::SaturationScale(s);
+  int32_t mean[766];
+  int32_t scaled[511];  // difference + 255
+  for (int32_t sum = 0; sum < 766; ++sum) {
+    mean[sum] = tone::RoundEven(static_cast<float>(sum) * 0.33333334f);
+  }
+  for (int32_t d = -255; d <= 255; ++d) {
+    scaled[d + 255] = tone::RoundEven(static_cast<float>(d) * scale);
+  }
   const int32_t blocks = roi.width / 16 * 16;
   for (int32_t r = 0; r < roi.height; ++r) {
     uint8_t* row = p + int64_t{r} * step;
-    for (int32_t x = 0; x < blocks; ++x) tone::SaturationBlockPixel(row + int64_t{x} * 3, scale);
+    for (int32_t x = 0; x < blocks; ++x) {
+      uint8_t* px = row + int64_t{x} * 3;
+      const int32_t m = mean[px[0] + px[1] + px[2]];  // 0..255
+      for (int c = 0; c < 3; ++c) px[c] = tone::ClampByte(WrapAdd(m, scaled[px[c] - m + 255]));
+    }
     for (int32_t x = blocks; x < roi.width; ++x) {
       tone::SaturationTruncPixel(row + int64_t{x} * 3, s);
     }

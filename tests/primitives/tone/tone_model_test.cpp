@@ -39,13 +39,56 @@ TEST(ToneModel, TruncateIsTheScalarConversion) {
   EXPECT_EQ(Truncate(-std::numeric_limits<double>::infinity()), kIndefinite);
 }
 
-// The AVX2 saturation body takes the rounded mean as (sum + 1) / 3 and as a 16-bit
-// multiply-high by 21846; both must be the model's rounded single-precision product.
+// The vector saturation bodies take the rounded mean as (sum + 1) / 3, as a 16-bit multiply-high by
+// 21846 and as pmulhrsw by 10923; all must be the model's rounded single-precision product.
 TEST(ToneModel, RoundedMeanOfThreeBytesIsExactInIntegers) {
   for (int32_t sum = 0; sum <= 765; ++sum) {
     const int32_t model = RoundEven(static_cast<float>(sum) * 0.33333334f);
     ASSERT_EQ(model, (sum + 1) / 3) << sum;
     ASSERT_EQ(model, static_cast<int32_t>((static_cast<uint32_t>(sum + 1) * 21846u) >> 16)) << sum;
+    ASSERT_EQ(model, SaturationMean(sum)) << sum;
+  }
+}
+
+// Every saturation below 510 has a multiplier (so the vector bodies never leave their integer path
+// there), the identity's is 0, and the rest are left to the single-precision bodies.
+TEST(ToneModel, SaturationFitCoversEverySaturationBelow510) {
+  for (uint32_t s = 0; s < 510; ++s) {
+    SaturationFit fit{};
+    ASSERT_TRUE(FitSaturation(s, &fit)) << s;
+    EXPECT_EQ(fit.above_identity, s >= 255) << s;
+  }
+  SaturationFit identity{};
+  ASSERT_TRUE(FitSaturation(255, &identity));
+  EXPECT_EQ(identity.multiplier, 0);
+  SaturationFit none{};
+  for (const uint32_t s : {510u, 511u, 1000u, 0x80000000u, 0xFFFFFFFFu}) {
+    EXPECT_FALSE(FitSaturation(s, &none)) << s;
+  }
+}
+
+// The fitted integer steps give the model's bytes for whole pixels, not only per difference:
+// channel values on a grid that includes 0, 1, 254 and 255.
+TEST(ToneModel, SaturationFitPixelIsTheBlockPixel) {
+  constexpr int kValues[] = {0,   1,   2,   3,   7,   31,  63,  64,  85,  86,  100, 127,
+                             128, 129, 170, 171, 191, 200, 224, 240, 252, 253, 254, 255};
+  for (const uint32_t s : {0u, 1u, 2u, 85u, 128u, 200u, 254u, 255u, 256u, 300u, 400u, 509u}) {
+    SaturationFit fit{};
+    ASSERT_TRUE(FitSaturation(s, &fit)) << s;
+    const float scale = SaturationScale(s);
+    for (const int b : kValues) {
+      for (const int g : kValues) {
+        for (const int r : kValues) {
+          uint8_t want[3] = {static_cast<uint8_t>(b), static_cast<uint8_t>(g),
+                             static_cast<uint8_t>(r)};
+          uint8_t got[3] = {want[0], want[1], want[2]};
+          SaturationBlockPixel(want, scale);
+          SaturationFitPixel(got, fit);
+          ASSERT_TRUE(want[0] == got[0] && want[1] == got[1] && want[2] == got[2])
+              << "s " << s << " pixel " << b << " " << g << " " << r;
+        }
+      }
+    }
   }
 }
 

@@ -28,8 +28,14 @@ int32_t ContrastK(uint64_t bits) {
   }
 }
 
+// Below 510 the SSSE3 and AVX2 bodies run fitted 16-bit steps, from 510 single precision: the
+// edges of that split and of the identity come up often.
 uint32_t SaturationS(uint64_t bits) {
   if ((bits & 7) == 0) return static_cast<uint32_t>(bits >> 32);
+  if ((bits & 7) == 1) {
+    constexpr uint32_t kEdges[] = {0, 1, 254, 255, 256, 508, 509, 510, 511, 1u << 24};
+    return kEdges[(bits >> 8) % 10];
+  }
   return static_cast<uint32_t>((bits >> 8) % 1001);
 }
 
