@@ -141,9 +141,11 @@ inline void SaturateWords(__m256i w[3], __m256 scale) {
   }
 }
 
-// 32 pixels (96 bytes) as SaturateBlockNarrow does 16: the lanes are regrouped so that each
-// 128-bit half holds one 16-pixel block, and every shuffle then works on two blocks at once.
-void SaturateBlockPair(uint8_t* px, __m256 scale, const WideControls& k) {
+// 32 pixels (96 bytes), two 16-pixel blocks: the lanes are regrouped so that each 128-bit half
+// holds one block, and every shuffle then works on both at once. `words` computes the channels
+// in 16-bit lanes (SaturateWords or SaturateWordsFitted), eight pixels a half at a time.
+template <typename WordsOp>
+void SaturateBlockPair(uint8_t* px, const WideControls& k, WordsOp words) {
   const __m256i zero = _mm256_setzero_si256();
   const __m256i a = _mm256_loadu_si256(reinterpret_cast<__m256i*>(px));
   const __m256i b = _mm256_loadu_si256(reinterpret_cast<__m256i*>(px + 32));
@@ -159,8 +161,8 @@ void SaturateBlockPair(uint8_t* px, __m256 scale, const WideControls& k) {
     lo[i] = _mm256_unpacklo_epi8(ch[i], zero);
     hi[i] = _mm256_unpackhi_epi8(ch[i], zero);
   }
-  SaturateWords(lo, scale);
-  SaturateWords(hi, scale);
+  words(lo);
+  words(hi);
   for (int i = 0; i < 3; ++i) ch[i] = _mm256_packus_epi16(lo[i], hi[i]);
   __m256i out[3];
   for (int o = 0; o < 3; ++o) out[o] = Gather3(ch, k.join[o]);
@@ -185,35 +187,6 @@ inline void SaturateWordsFitted(__m256i w[3], __m256i multiplier) {
   }
 }
 
-template <bool kAboveIdentity>
-void SaturateBlockPairFitted(uint8_t* px, __m256i multiplier, const WideControls& k) {
-  const __m256i zero = _mm256_setzero_si256();
-  const __m256i a = _mm256_loadu_si256(reinterpret_cast<__m256i*>(px));
-  const __m256i b = _mm256_loadu_si256(reinterpret_cast<__m256i*>(px + 32));
-  const __m256i c = _mm256_loadu_si256(reinterpret_cast<__m256i*>(px + 64));
-  const __m256i in[3] = {_mm256_permute2x128_si256(a, b, 0x30),
-                         _mm256_permute2x128_si256(a, c, 0x21),
-                         _mm256_permute2x128_si256(b, c, 0x30)};
-  __m256i ch[3];
-  for (int i = 0; i < 3; ++i) ch[i] = Gather3(in, k.split[i]);
-  __m256i lo[3], hi[3];
-  for (int i = 0; i < 3; ++i) {
-    lo[i] = _mm256_unpacklo_epi8(ch[i], zero);
-    hi[i] = _mm256_unpackhi_epi8(ch[i], zero);
-  }
-  SaturateWordsFitted<kAboveIdentity>(lo, multiplier);
-  SaturateWordsFitted<kAboveIdentity>(hi, multiplier);
-  for (int i = 0; i < 3; ++i) ch[i] = _mm256_packus_epi16(lo[i], hi[i]);
-  __m256i out[3];
-  for (int o = 0; o < 3; ++o) out[o] = Gather3(ch, k.join[o]);
-  _mm256_storeu_si256(reinterpret_cast<__m256i*>(px),
-                      _mm256_permute2x128_si256(out[0], out[1], 0x20));
-  _mm256_storeu_si256(reinterpret_cast<__m256i*>(px + 32),
-                      _mm256_permute2x128_si256(out[2], out[0], 0x30));
-  _mm256_storeu_si256(reinterpret_cast<__m256i*>(px + 64),
-                      _mm256_permute2x128_si256(out[1], out[2], 0x31));
-}
-
 // A row's blocks with the fitted multiplier: pairs, then a last odd block through the scalar
 // form of the same integer steps (tone_model.h).
 template <bool kAboveIdentity>
@@ -222,7 +195,8 @@ void SaturateRowFitted(uint8_t* row, int32_t blocks, const tone::SaturationFit& 
   const __m256i multiplier = _mm256_set1_epi16(fit.multiplier);
   int32_t b = 0;
   for (; b + 2 <= blocks; b += 2) {
-    SaturateBlockPairFitted<kAboveIdentity>(row + int64_t{b} * 48, multiplier, k);
+    SaturateBlockPair(row + int64_t{b} * 48, k,
+                      [&](__m256i w[3]) { SaturateWordsFitted<kAboveIdentity>(w, multiplier); });
   }
   if (b < blocks) {
     for (int x = 0; x < 16; ++x) tone::SaturationFitPixel(row + int64_t{b} * 48 + 3 * x, fit);
@@ -296,7 +270,10 @@ Status SaturationBlocks(uint8_t* p, int32_t step, Size roi, uint32_t s) {
       }
     } else if (s <= (1u << 24)) {
       int32_t b = 0;
-      for (; b + 2 <= blocks; b += 2) SaturateBlockPair(row + int64_t{b} * 48, scale, controls);
+      for (; b + 2 <= blocks; b += 2) {
+        SaturateBlockPair(row + int64_t{b} * 48, controls,
+                          [&](__m256i w[3]) { SaturateWords(w, scale); });
+      }
       if (b < blocks) SaturateBlockNarrow(row + int64_t{b} * 48, scale);
     } else {
       for (int32_t b = 0; b < blocks; ++b) SaturateBlockWide(row + int64_t{b} * 48, scale);
