@@ -1,0 +1,34 @@
+#!/usr/bin/env python3
+"""Prints, per effect and size, its speed against memcpy of the frame and against OpenCV's
+convertScaleAbs on the same frame (both from the same run).
+
+Usage: framekit_bench --benchmark_filter='effect/|memcpy/|peer/cv_' --benchmark_out=run.json \
+           --benchmark_out_format=json
+       bench/effect_ratio.py run.json
+With --benchmark_repetitions the medians are compared. Ratios above 1 mean the effect is faster.
+"""
+import json
+import sys
+
+
+def main():
+    with open(sys.argv[1]) as f:
+        runs = json.load(f)["benchmarks"]
+    if any(r.get("run_type") == "aggregate" for r in runs):
+        runs = [r for r in runs if r.get("aggregate_name") == "median"]
+    rate = {r["run_name"]: r["items_per_second"] for r in runs if "items_per_second" in r}
+    print(f"{'effect':20s} {'size':10s} {'Mpx/s':>8s} {'vs memcpy':>10s} {'vs convertScaleAbs':>19s}")
+    for name, ours in rate.items():
+        parts = name.split("/")
+        if len(parts) != 3 or parts[0] != "effect":
+            continue
+        size = parts[2]
+        copy = rate.get(f"memcpy/{size}x3")
+        peer = rate.get(f"peer/cv_convertScaleAbs/{size}")
+        vs_copy = f"{ours / copy:10.2f}" if copy else f"{'-':>10s}"
+        vs_peer = f"{ours / peer:19.2f}" if peer else f"{'-':>19s}"
+        print(f"{parts[1]:20s} {size:10s} {ours / 1e6:8.0f} {vs_copy} {vs_peer}")
+
+
+if __name__ == "__main__":
+    main()
