@@ -18,6 +18,7 @@
 
 #include "primitives/colour/colour.h"
 #include "primitives/colour/colour_kernels.h"
+#include "primitives/mirror/mirror.h"
 
 namespace framekit::prim::avx2 {
 namespace {
@@ -253,6 +254,89 @@ void RowPair420(const PairJob& j, int32_t blocks) {
   if (x < n) Step16At<Reach::kEdge>(j, n - kStep, c);
 }
 
+// ---- 4:2:0 from a source turned over in place ----
+
+// Exchanges bytes [from, to) of rows a and b: 32 at a time (the cost here is the number of
+// stores), the last 32 overlapping the ones before but loaded before any store; shorter spans
+// 16 at a time the same way, and under 16 bytes byte by byte.
+void ExchangeSpan(uint8_t* a, uint8_t* b, int64_t from, int64_t to) {
+  a += from;
+  b += from;
+  const int64_t n = to - from;
+  if (n >= 32) {
+    const __m256i tail_a = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(a + n - 32));
+    const __m256i tail_b = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(b + n - 32));
+    int64_t o = 0;
+    for (; o + 32 <= n; o += 32) {
+      const __m256i x = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(a + o));
+      const __m256i y = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(b + o));
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(a + o), y);
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(b + o), x);
+    }
+    if (o == n) return;
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(a + n - 32), tail_b);
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(b + n - 32), tail_a);
+  } else if (n >= 16) {
+    const __m128i head_a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(a));
+    const __m128i head_b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(b));
+    const __m128i tail_a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(a + n - 16));
+    const __m128i tail_b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(b + n - 16));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(a), head_b);
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(b), head_a);
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(a + n - 16), tail_b);
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(b + n - 16), tail_a);
+  } else {
+    for (int64_t i = 0; i < n; ++i) {
+      const uint8_t t = a[i];
+      a[i] = b[i];
+      b[i] = t;
+    }
+  }
+}
+
+// 96 bytes of rows a and b exchanged: three 32-byte loads and stores each.
+inline void Exchange96(uint8_t* a, uint8_t* b) {
+  __m256i x[3], y[3];
+  for (int i = 0; i < 3; ++i) {
+    x[i] = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(a + 32 * i));
+    y[i] = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(b + 32 * i));
+  }
+  for (int i = 0; i < 3; ++i) {
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(a + 32 * i), y[i]);
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(b + 32 * i), x[i]);
+  }
+}
+
+// Converts kPairs row pairs step by step and exchanges the rows of each `swap` pair (width * 3
+// bytes) behind the steps: the bytes exchanged always end where the current step's reads
+// begin, and no later step reads them, so every conversion sees the rows as they were. The
+// exchange goes 96 bytes at a time (every other step) for few, wide stores. Sixteen-pixel
+// steps here: with two pairs in flight the wider step costs more than its saved stores.
+template <int kPairs>
+void ConvertAndExchange(const PairJob (&jobs)[kPairs], uint8_t* const (&swap)[kPairs][2],
+                        int32_t width) {
+  const int32_t n = width & ~1;
+  const int64_t row_bytes = int64_t{3} * width;
+  int64_t exchanged = 0;
+  if (n >= kStep) {
+    const Coeffs420 c;
+    for (const PairJob& j : jobs) Step16At<Reach::kEdge>(j, 0, c);
+    int32_t x = kStep;
+    for (; x + kStep + 2 <= n; x += kStep) {
+      for (const PairJob& j : jobs) Step16At<Reach::kInside>(j, x, c);
+      for (const int64_t behind = int64_t{3} * x - 4; behind - exchanged >= 96; exchanged += 96) {
+        for (const auto& rows : swap) Exchange96(rows[0] + exchanged, rows[1] + exchanged);
+      }
+    }
+    if (x < n) {
+      for (const PairJob& j : jobs) Step16At<Reach::kEdge>(j, n - kStep, c);
+    }
+  } else {
+    for (const PairJob& j : jobs) ScalarBlocks420(j.s0, j.s1, j.y0, j.y1, j.p2, j.p3, n / 2);
+  }
+  for (const auto& rows : swap) ExchangeSpan(rows[0], rows[1], exchanged, row_bytes);
+}
+
 // ---- 4:2:2 ----
 
 // Chroma of a pair: bits 17-24 of its weighted sum plus 16793600 (128 * 2^17 and a bias of
@@ -337,6 +421,44 @@ Status ippiBGRToYUV420_8u_C3P3R(const uint8_t* src, int32_t src_step, uint8_t* c
                       RowOf(dst[0], dst_step[0], 2 * i), RowOf(dst[0], dst_step[0], 2 * i + 1),
                       RowOf(dst[1], dst_step[1], i),     RowOf(dst[2], dst_step[2], i)};
     RowPair420(job, roi.width / 2);
+  }
+  return Status420(roi);
+}
+
+// Even heights with rows that do not overlap: each output row pair is converted together with
+// the pair at the other end of the frame, whose source rows are its own rows' partners in the
+// turn-over, and the four rows are exchanged behind the conversion. Otherwise the mirror, then
+// the conversion.
+Status MirrorBGRToYUV420(uint8_t* src, int32_t src_step, uint8_t* const dst[3],
+                         const int32_t dst_step[3], Size roi) {
+  if (const Status s = Check420(dst, dst_step, src, roi); s != ippStsNoErr) return s;
+  if ((roi.height & 1) != 0 || int64_t{src_step} < int64_t{3} * roi.width) {
+    avx2::ippiMirror_8u_C3IR(src, src_step, roi, kAxisHorizontal);  // one row: left as it is
+    return avx2::ippiBGRToYUV420_8u_C3P3R(src, src_step, dst, dst_step, roi);
+  }
+  // Output pair k reads source rows height - 1 - 2k (its upper row) and height - 2 - 2k.
+  const int32_t pairs = roi.height / 2;
+  auto row = [&](int32_t r) { return RowOf(src, src_step, r); };
+  auto job = [&](int32_t k) {
+    const int32_t upper = roi.height - 1 - 2 * k;
+    return PairJob{row(upper),
+                   row(upper - 1),
+                   RowOf(dst[0], dst_step[0], 2 * k),
+                   RowOf(dst[0], dst_step[0], 2 * k + 1),
+                   RowOf(dst[1], dst_step[1], k),
+                   RowOf(dst[2], dst_step[2], k)};
+  };
+  for (int32_t k = 0; k < pairs - 1 - k; ++k) {
+    const PairJob jobs[2] = {job(k), job(pairs - 1 - k)};
+    uint8_t* const swap[2][2] = {{row(2 * k), row(roi.height - 1 - 2 * k)},
+                                 {row(2 * k + 1), row(roi.height - 2 - 2 * k)}};
+    ConvertAndExchange(jobs, swap, roi.width);
+  }
+  if (pairs % 2 == 1) {  // the middle pair, whose two rows change places
+    const int32_t k = pairs / 2;
+    const PairJob jobs[1] = {job(k)};
+    uint8_t* const swap[1][2] = {{row(2 * k), row(2 * k + 1)}};
+    ConvertAndExchange(jobs, swap, roi.width);
   }
   return Status420(roi);
 }
