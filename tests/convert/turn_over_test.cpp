@@ -7,7 +7,6 @@
 // included) is compared as well as the converted bytes and the status.
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <vector>
 
 #include "api/strides.h"
@@ -16,31 +15,12 @@
 #include "primitives/core/dispatch.h"
 #include "primitives/mirror/mirror.h"
 #include "support/random_frame.h"
+#include "support/scoped_class.h"
 
 namespace framekit {
 namespace {
 
 using Bytes = std::vector<uint8_t>;
-using prim::Size;
-
-// Forces a class; puts Init's index and feature mask back afterwards.
-class ScopedClass {
- public:
-  explicit ScopedClass(int cls)
-      : index_(prim::g_class_index.load()), features_(prim::g_enabled_features.load()) {
-    prim::SetClassIndexForTesting(cls);
-  }
-  ~ScopedClass() {
-    prim::g_class_index.store(index_);
-    prim::g_enabled_features.store(features_);
-  }
-  ScopedClass(const ScopedClass&) = delete;
-  ScopedClass& operator=(const ScopedClass&) = delete;
-
- private:
-  int32_t index_;
-  uint64_t features_;
-};
 
 std::vector<int32_t> Widths() {
   std::vector<int32_t> w;
@@ -81,7 +61,7 @@ void CompareOnRandomFrames(const char* stream, size_t (*dst_bytes)(int32_t, int3
                            Expect expect) {
   test::Rng rng(stream);
   for (int cls = 0; cls <= prim::DetectedClass(); ++cls) {
-    ScopedClass forced(cls);
+    const test::ScopedClassIndex forced(cls);
     for (const int32_t w : Widths()) {
       for (const int32_t h : kHeights) {
         Bytes src = test::RandomFrame(rng, RowByteStrideRGB24(w), h);
@@ -111,7 +91,7 @@ TEST(TurnOver, Rgb24ToYuy2IsTheMirrorThenTheConversion) {
 // checks permitting) and writes nothing.
 TEST(TurnOver, FailedConversionsStillTurnTheSourceOver) {
   for (int cls = 0; cls <= prim::DetectedClass(); ++cls) {
-    ScopedClass forced(cls);
+    const test::ScopedClassIndex forced(cls);
     const Bytes picture = {1, 2, 3, 4, 5, 6, 0, 0, 7, 8, 9, 10, 11, 12, 0, 0};  // 2x2, stride 8
     const Bytes turned = {7, 8, 9, 10, 11, 12, 0, 0, 1, 2, 3, 4, 5, 6, 0, 0};
     Bytes src = picture;
