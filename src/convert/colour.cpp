@@ -88,12 +88,16 @@ Status Yv12ToRgb24(const uint8_t* src, uint8_t* dst, int32_t width, int32_t heig
   return prim::ippiMirror_8u_C3IR(dst, stride, roi, prim::kAxisHorizontal);
 }
 
+// The source is left upside down: turned over and converted in one pass by the primitive
+// layer. When the conversion's checks fail that primitive does nothing; the mirror still runs,
+// its status unused, and the conversion's status is returned.
 Status Rgb24ToYv12(uint8_t* src, uint8_t* dst, int32_t width, int32_t height) {
   const int32_t stride = RowByteStrideRGB24(width);
   const Size roi{width, height};
-  prim::ippiMirror_8u_C3IR(src, stride, roi, prim::kAxisHorizontal);
   const auto planes = PlanesOf(dst, width, height);
-  return prim::ippiBGRToYUV420_8u_C3P3R(src, stride, planes.plane, planes.step, roi);
+  const Status s = prim::MirrorBGRToYUV420(src, stride, planes.plane, planes.step, roi);
+  if (s < 0) prim::ippiMirror_8u_C3IR(src, stride, roi, prim::kAxisHorizontal);
+  return s;
 }
 
 Status Rgb32ToRgb24(const uint8_t* src, uint8_t* dst, int32_t width, int32_t height) {

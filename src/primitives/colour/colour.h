@@ -4,6 +4,12 @@
 //   ippiBGRToYCbCr422_8u_C3C2R  BGR to packed 4:2:2, studio range out.
 //   ippiYUV420ToBGR_8u_P3C3R    three planes (Y, then two quarter-size chroma planes) to BGR.
 //   ippiBGRToYUV420_8u_C3P3R    BGR to three planes.
+//   MirrorBGRToYUV420           the BGR source turned upside down in place (ippiMirror_8u_C3IR,
+//                               axis 0), then ippiBGRToYUV420_8u_C3P3R from it, as one pass
+//                               where it can be; when the conversion's checks fail, nothing
+//                               is done and their status is returned (the caller decides
+//                               whether the mirror still runs). Otherwise the conversion's
+//                               status.
 //
 // The fixed-point constants are part of each primitive's result; colour_kernels.h holds the
 // per-pixel formulas that every variant matches bit for bit.
@@ -25,6 +31,9 @@ using PackedToPlanarSig = Status(const uint8_t* src, int32_t src_step, uint8_t* 
 using PackedConvertFn = PackedConvertSig*;
 using PlanarToPackedFn = PlanarToPackedSig*;
 using PackedToPlanarFn = PackedToPlanarSig*;
+using MirrorToPlanarSig = Status(uint8_t* src, int32_t src_step, uint8_t* const dst[3],
+                                 const int32_t dst_step[3], Size roi);
+using MirrorToPlanarFn = MirrorToPlanarSig*;
 
 // 4:2:2 checks: null pointers (-8), then a width under 2 or a height under 1 (-6).
 static inline Status Check422(const void* src, const void* dst, Size roi) {
@@ -57,6 +66,7 @@ static inline Status Status420(Size roi) {
   PackedConvertSig ippiBGRToYCbCr422_8u_C3C2R; \
   PlanarToPackedSig ippiYUV420ToBGR_8u_P3C3R;  \
   PackedToPlanarSig ippiBGRToYUV420_8u_C3P3R;  \
+  MirrorToPlanarSig MirrorBGRToYUV420;         \
   }
 
 FK_DECLARE_COLOUR_VARIANTS(ref)
@@ -68,10 +78,12 @@ PackedConvertSig ippiYCbCr422ToBGR_8u_C2C3R;
 PackedConvertSig ippiBGRToYCbCr422_8u_C3C2R;
 PlanarToPackedSig ippiYUV420ToBGR_8u_P3C3R;
 PackedToPlanarSig ippiBGRToYUV420_8u_C3P3R;
+MirrorToPlanarSig MirrorBGRToYUV420;
 
 extern const Table<PackedConvertFn> kYCbCr422ToBGRTable;
 extern const Table<PackedConvertFn> kBGRToYCbCr422Table;
 extern const Table<PlanarToPackedFn> kYUV420ToBGRTable;
 extern const Table<PackedToPlanarFn> kBGRToYUV420Table;
+extern const Table<MirrorToPlanarFn> kMirrorBGRToYUV420Table;
 
 }  // namespace framekit::prim

@@ -11,6 +11,7 @@
 
 #include "primitives/colour/colour.h"
 #include "primitives/colour/colour_kernels.h"
+#include "primitives/mirror/mirror.h"
 
 namespace framekit::prim::ssse3 {
 namespace {
@@ -158,6 +159,14 @@ Status ippiBGRToYUV420_8u_C3P3R(const uint8_t* src, int32_t src_step, uint8_t* c
                RowOf(dst[1], dst_step[1], i), RowOf(dst[2], dst_step[2], i), roi.width / 2);
   }
   return Status420(roi);
+}
+
+// The SSSE3 mirror, then the SSSE3 conversion.
+Status MirrorBGRToYUV420(uint8_t* src, int32_t src_step, uint8_t* const dst[3],
+                         const int32_t dst_step[3], Size roi) {
+  if (const Status s = Check420(dst, dst_step, src, roi); s != ippStsNoErr) return s;
+  ssse3::ippiMirror_8u_C3IR(src, src_step, roi, kAxisHorizontal);  // one row: left as it is
+  return ssse3::ippiBGRToYUV420_8u_C3P3R(src, src_step, dst, dst_step, roi);
 }
 
 }  // namespace framekit::prim::ssse3

@@ -2,6 +2,7 @@
 // serve the classes without a vector body of their own.
 #include "primitives/colour/colour.h"
 #include "primitives/colour/colour_kernels.h"
+#include "primitives/mirror/mirror.h"
 
 namespace framekit::prim::ref {
 namespace {
@@ -103,6 +104,14 @@ Status ippiBGRToYUV420_8u_C3P3R(const uint8_t* src, int32_t src_step, uint8_t* c
     }
   }
   return Status420(roi);
+}
+
+// The definition: the conversion's checks, then the two primitives one after the other.
+Status MirrorBGRToYUV420(uint8_t* src, int32_t src_step, uint8_t* const dst[3],
+                         const int32_t dst_step[3], Size roi) {
+  if (const Status s = Check420(dst, dst_step, src, roi); s != ippStsNoErr) return s;
+  ref::ippiMirror_8u_C3IR(src, src_step, roi, kAxisHorizontal);  // one row: left as it is
+  return ref::ippiBGRToYUV420_8u_C3P3R(src, src_step, dst, dst_step, roi);
 }
 
 }  // namespace framekit::prim::ref

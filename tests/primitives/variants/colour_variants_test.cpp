@@ -43,6 +43,16 @@ struct PackedToPlanarDriver {
   }
 };
 
+// The BGR side is turned upside down in place, so it is read and written.
+struct MirrorToPlanarDriver {
+  PrimitiveShape Shape() const { return PlanarShape(Access::kReadWrite, Access::kWrite); }
+  prim::Status Call(prim::MirrorToPlanarFn fn, const CallArgs& a) const {
+    uint8_t* const planes[3] = {a.image[1], a.image[2], a.image[3]};
+    const int32_t steps[3] = {a.step[1], a.step[2], a.step[3]};
+    return fn(a.image[0], a.step[0], planes, steps, a.roi);
+  }
+};
+
 // Scale factors: the saturating add, both rounding directions, and the ends of the range.
 struct AddCDriver {
   PrimitiveShape Shape() const {
@@ -83,6 +93,7 @@ FK_VARIANT_TEST(kYCbCr422ToBGRTable, ippiYCbCr422ToBGR_8u_C2C3R, PackedConvertDr
 FK_VARIANT_TEST(kBGRToYCbCr422Table, ippiBGRToYCbCr422_8u_C3C2R, PackedConvertDriver{3, 2});
 FK_VARIANT_TEST(kYUV420ToBGRTable, ippiYUV420ToBGR_8u_P3C3R, PlanarToPackedDriver{});
 FK_VARIANT_TEST(kBGRToYUV420Table, ippiBGRToYUV420_8u_C3P3R, PackedToPlanarDriver{});
+FK_VARIANT_TEST(kMirrorBGRToYUV420Table, MirrorBGRToYUV420, MirrorToPlanarDriver{});
 FK_VARIANT_TEST(kCopyAC4C3RTable, ippiCopy_8u_AC4C3R, PackedConvertDriver{4, 3});
 FK_VARIANT_TEST(kCopyC3AC4RTable, ippiCopy_8u_C3AC4R, PackedConvertDriver{3, 4});
 FK_VARIANT_TEST(kAddCC4IRSfsTable, ippiAddC_8u_C4IRSfs, AddCDriver{});

@@ -12,6 +12,7 @@
 #include "primitives/core/dispatch.h"
 #include "support/guarded_buffer.h"
 #include "support/random_frame.h"
+#include "support/scoped_class.h"
 
 namespace framekit::test {
 namespace {
@@ -369,26 +370,6 @@ std::vector<Contender> DistinctBodies(const VariantSubject& s, int max_class) {
   }
   return bodies;
 }
-
-// Forces a class and puts the previous index and feature mask back afterwards (tests must not
-// leave Init's state behind them: the index is 0 until Init).
-class ScopedClassIndex {
- public:
-  explicit ScopedClassIndex(int cls)
-      : index_(prim::g_class_index.load()), features_(prim::g_enabled_features.load()) {
-    prim::SetClassIndexForTesting(cls);
-  }
-  ~ScopedClassIndex() {
-    prim::g_class_index.store(index_);
-    prim::g_enabled_features.store(features_);
-  }
-  ScopedClassIndex(const ScopedClassIndex&) = delete;
-  ScopedClassIndex& operator=(const ScopedClassIndex&) = delete;
-
- private:
-  int32_t index_;
-  uint64_t features_;
-};
 
 }  // namespace
 
