@@ -375,14 +375,7 @@ inline void Step422(const uint8_t* s, uint8_t* d, const Coeffs422& c) {
 void Row422(const uint8_t* s, uint8_t* d, int32_t width) {
   const int32_t n = width & ~1;  // pixels in pairs
   if (n < kStep) {
-    for (int32_t x = 0; x < n; x += 2) {
-      const uint8_t* p = s + 3 * x;
-      const int32_t b = p[0] + p[3], g = p[1] + p[4], r = p[2] + p[5];
-      d[2 * x] = Luma422(p);
-      d[2 * x + 1] = PairU(b, g, r);
-      d[2 * x + 2] = Luma422(p + 3);
-      d[2 * x + 3] = PairV(b, g, r);
-    }
+    for (int32_t x = 0; x < n; x += 2) BgrPairTo422(s + 3 * x, d + 2 * x);
   } else {
     const Coeffs422 c;
     Step422<Reach::kEdge>(s, d, c);
@@ -390,11 +383,7 @@ void Row422(const uint8_t* s, uint8_t* d, int32_t width) {
     for (; x + kStep + 2 <= n; x += kStep) Step422<Reach::kInside>(s + 3 * x, d + 2 * x, c);
     if (x < n) Step422<Reach::kEdge>(s + 3 * (n - kStep), d + 2 * (n - kStep), c);
   }
-  if (n < width) {  // an odd last pixel: its Y and the U of the pixel paired with itself
-    const uint8_t* p = s + 3 * n;
-    d[2 * n] = Luma422(p);
-    d[2 * n + 1] = PairU(2 * p[0], 2 * p[1], 2 * p[2]);
-  }
+  if (n < width) BgrLastTo422(s + 3 * n, d + 2 * n);
 }
 
 template <typename Byte>

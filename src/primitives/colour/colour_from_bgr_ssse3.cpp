@@ -77,19 +77,8 @@ void Row422(const uint8_t* s, uint8_t* d, int32_t width) {
     const __m128i uv = _mm_unpacklo_epi8(c, _mm_srli_si128(c, 4));  // U0 V0 U1 V1 ...
     _mm_storeu_si128(reinterpret_cast<__m128i*>(d + 2 * x), _mm_unpacklo_epi8(y, uv));
   }
-  for (; x + 2 <= width; x += 2) {
-    const uint8_t* p = s + 3 * x;
-    const int32_t b = p[0] + p[3], g = p[1] + p[4], r = p[2] + p[5];
-    d[2 * x] = Luma422(p);
-    d[2 * x + 1] = PairU(b, g, r);
-    d[2 * x + 2] = Luma422(p + 3);
-    d[2 * x + 3] = PairV(b, g, r);
-  }
-  if (x < width) {
-    const uint8_t* p = s + 3 * x;
-    d[2 * x] = Luma422(p);
-    d[2 * x + 1] = PairU(2 * p[0], 2 * p[1], 2 * p[2]);
-  }
+  for (; x + 2 <= width; x += 2) BgrPairTo422(s + 3 * x, d + 2 * x);
+  if (x < width) BgrLastTo422(s + 3 * x, d + 2 * x);
 }
 
 inline __m128i BlockChroma4(__m128i x) {

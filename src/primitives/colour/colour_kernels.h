@@ -41,6 +41,20 @@ static inline uint8_t PairU(int32_t b, int32_t g, int32_t r) {
 static inline uint8_t PairV(int32_t b, int32_t g, int32_t r) {
   return PairChroma(28770 * r - 24117 * g - 4653 * b);
 }
+// One pixel pair (6 BGR bytes) to Y0, U, Y1, V.
+static inline void BgrPairTo422(const uint8_t* s, uint8_t* d) {
+  const int32_t b = s[0] + s[3], g = s[1] + s[4], r = s[2] + s[5];
+  d[0] = Luma422(s);
+  d[1] = PairU(b, g, r);
+  d[2] = Luma422(s + 3);
+  d[3] = PairV(b, g, r);
+}
+// An odd last pixel fills the two bytes left in its row: its Y, and the U of the pixel paired with
+// itself (the V slot belongs to no row byte; readers take the previous pair's V).
+static inline void BgrLastTo422(const uint8_t* s, uint8_t* d) {
+  d[0] = Luma422(s);
+  d[1] = PairU(2 * s[0], 2 * s[1], 2 * s[2]);
+}
 
 // 4:2:0 to BGR, luma at full range. a comes from the second plane, b from the third. Bytes 0 and
 // 2 round, byte 1 truncates; the weights 1.140 (b, byte 0) and 2.032 (a, byte 2) are kept as

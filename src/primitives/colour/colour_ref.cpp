@@ -27,19 +27,8 @@ void Row422ToBgr(const uint8_t* s, uint8_t* d, int32_t width) {
 
 void RowBgrTo422(const uint8_t* s, uint8_t* d, int32_t width) {
   const int32_t pairs = width / 2;
-  for (int32_t i = 0; i < pairs; ++i, s += 6, d += 4) {
-    const int32_t b = s[0] + s[3], g = s[1] + s[4], r = s[2] + s[5];
-    d[0] = Luma422(s);
-    d[1] = PairU(b, g, r);
-    d[2] = Luma422(s + 3);
-    d[3] = PairV(b, g, r);
-  }
-  // An odd last pixel fills the two bytes left in the row: its Y, and the U of the pixel paired
-  // with itself (the V slot belongs to no row byte; readers take the previous pair's V).
-  if (width & 1) {
-    d[0] = Luma422(s);
-    d[1] = PairU(2 * s[0], 2 * s[1], 2 * s[2]);
-  }
+  for (int32_t i = 0; i < pairs; ++i, s += 6, d += 4) BgrPairTo422(s, d);
+  if (width & 1) BgrLastTo422(s, d);
 }
 
 }  // namespace
