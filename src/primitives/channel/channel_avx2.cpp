@@ -1,12 +1,14 @@
 // Channel primitives, AVX2 level: class 6.
-// Eight pixels a step. A 3-byte source of a 4-byte destination is read exactly (two 16-byte
-// loads, bytes 0-15 and 8-23, shifted into place), so those loops run while 8 pixels remain.
-// Where the 3-byte side alone is written it is one 32-byte access of which 24 bytes are the
-// step's pixels: that loop runs while 11 pixels remain (3 * 11 >= 32), and the 8 bytes past the
-// step's pixels are rewritten by the next step or the scalar tail. The swap reads and writes two
-// 16-byte pieces at bytes 0 and 12 of a step, running while 10 pixels remain; the 4 bytes past
-// the step's pixels are written back as loaded, so src == dst stays exact. Nothing outside a
-// row's pixels is read or written.
+// The 3<->4-byte copies go 32 pixels a step where that many remain: 96 bytes of the 3-byte side
+// as three whole 32-byte accesses, spread to or gathered from four 32-byte accesses of the 4-byte
+// side by byte shuffles and dword permutes. Then eight pixels a step: a 3-byte source of a 4-byte
+// destination is read exactly (two 16-byte loads, bytes 0-15 and 8-23, shifted into place), so
+// those loops run while 8 pixels remain. Where the 3-byte side alone is written it is one 32-byte
+// access of which 24 bytes are the step's pixels: that loop runs while 11 pixels remain
+// (3 * 11 >= 32), and the 8 bytes past the step's pixels are rewritten by the next step or the
+// scalar tail. The swap reads and writes two 16-byte pieces at bytes 0 and 12 of a step, running
+// while 10 pixels remain; the 4 bytes past the step's pixels are written back as loaded, so
+// src == dst stays exact. Nothing outside a row's pixels is read or written.
 #include <immintrin.h>
 
 #include <cstdint>
@@ -29,6 +31,23 @@ inline __m256i LoadC3x8(const uint8_t* p) {
   const __m128i hi = _mm_srli_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 8)), 4);
   return _mm256_inserti128_si256(_mm256_castsi128_si256(lo), hi, 1);
 }
+// 32 three-byte pixels from three 32-byte loads, spread to four vectors of eight 4-byte pixels
+// (byte 3 zero); `put(k, v)` receives pixels 8k to 8k+7. Each vector's 24 source bytes are
+// gathered 12 to a lane by one dword permute (after a blend where they span two loads).
+template <typename Put>
+inline void SpreadC3x32(const uint8_t* p, __m256i place, Put&& put) {
+  const __m256i x = Load(p);
+  const __m256i y = Load(p + 32);
+  const __m256i z = Load(p + 64);
+  const auto spread = [&](__m256i v, __m256i idx) {
+    return _mm256_shuffle_epi8(_mm256_permutevar8x32_epi32(v, idx), place);
+  };
+  put(0, spread(x, _mm256_setr_epi32(0, 1, 2, 0, 3, 4, 5, 0)));
+  put(1, spread(_mm256_blend_epi32(y, x, 0xC0), _mm256_setr_epi32(6, 7, 0, 0, 1, 2, 3, 0)));
+  put(2, spread(_mm256_blend_epi32(y, z, 0x03), _mm256_setr_epi32(4, 5, 6, 0, 7, 0, 1, 0)));
+  put(3, spread(z, _mm256_setr_epi32(2, 3, 4, 0, 5, 6, 7, 0)));
+}
+
 // Bytes 0-11 of each lane joined into bytes 0-23; dwords 6 and 7 from `rest`.
 inline __m256i JoinC3(__m256i v, __m256i rest) {
   const __m256i joined = _mm256_permutevar8x32_epi32(v, _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 7, 7));
@@ -53,6 +72,21 @@ Status ippiCopy_8u_AC4C3R(const uint8_t* src, int32_t src_step, uint8_t* dst, in
     const uint8_t* s = src + RowOffset(src_step, r);
     uint8_t* d = dst + RowOffset(dst_step, r);
     int32_t x = 0;
+    // 32 pixels: each load packed to 24 bytes in dwords 0-2 and 4-6, then placed by one dword
+    // permute where its bytes fall among three 32-byte stores (A B0 | B1 C0 | C1 D).
+    for (; x + 32 <= roi.width; x += 32) {
+      const __m256i a = _mm256_permutevar8x32_epi32(_mm256_shuffle_epi8(Load(s + 4 * x), pick),
+                                                    _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 0, 0));
+      const __m256i b = _mm256_permutevar8x32_epi32(_mm256_shuffle_epi8(Load(s + 4 * x + 32), pick),
+                                                    _mm256_setr_epi32(2, 4, 5, 6, 0, 0, 0, 1));
+      const __m256i c = _mm256_permutevar8x32_epi32(_mm256_shuffle_epi8(Load(s + 4 * x + 64), pick),
+                                                    _mm256_setr_epi32(5, 6, 0, 0, 0, 1, 2, 4));
+      const __m256i e = _mm256_permutevar8x32_epi32(_mm256_shuffle_epi8(Load(s + 4 * x + 96), pick),
+                                                    _mm256_setr_epi32(0, 0, 0, 1, 2, 4, 5, 6));
+      Store(d + 3 * x, _mm256_blend_epi32(a, b, 0xC0));
+      Store(d + 3 * x + 32, _mm256_blend_epi32(b, c, 0xF0));
+      Store(d + 3 * x + 64, _mm256_blend_epi32(c, e, 0xFC));
+    }
     for (; x + kWide <= roi.width; x += 8) {
       const __m256i packed = _mm256_shuffle_epi8(Load(s + 4 * x), pick);
       Store(d + 3 * x, JoinC3(packed, packed));
@@ -76,6 +110,12 @@ Status ippiCopy_8u_C3AC4R(const uint8_t* src, int32_t src_step, uint8_t* dst, in
     const uint8_t* s = src + RowOffset(src_step, r);
     uint8_t* d = dst + RowOffset(dst_step, r);
     int32_t x = 0;
+    for (; x + 32 <= roi.width; x += 32) {
+      uint8_t* out = d + 4 * x;
+      SpreadC3x32(s + 3 * x, place, [&](int k, __m256i colour) {
+        Store(out + 32 * k, _mm256_or_si256(colour, _mm256_and_si256(Load(out + 32 * k), fourth)));
+      });
+    }
     for (; x + 8 <= roi.width; x += 8) {
       const __m256i colour = _mm256_shuffle_epi8(LoadC3x8(s + 3 * x), place);
       Store(d + 4 * x, _mm256_or_si256(colour, _mm256_and_si256(Load(d + 4 * x), fourth)));
@@ -103,6 +143,13 @@ Status CopyC3AC4AddC(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t
     const uint8_t* s = src + RowOffset(src_step, r);
     uint8_t* d = dst + RowOffset(dst_step, r);
     int32_t x = 0;
+    for (; x + 32 <= roi.width; x += 32) {
+      uint8_t* out = d + 4 * x;
+      SpreadC3x32(s + 3 * x, place, [&](int k, __m256i colour) {
+        const __m256i kept = _mm256_and_si256(Load(out + 32 * k), fourth);
+        Store(out + 32 * k, _mm256_adds_epu8(_mm256_or_si256(colour, kept), add));
+      });
+    }
     for (; x + 8 <= roi.width; x += 8) {
       const __m256i colour = _mm256_shuffle_epi8(LoadC3x8(s + 3 * x), place);
       const __m256i kept = _mm256_and_si256(Load(d + 4 * x), fourth);

@@ -1,10 +1,10 @@
 // YUV to BGR conversions, AVX2 level: class 6.
-// Sixteen pixels a step. Every sum is the reference's exact 32-bit value (4:2:2 as 16-bit
-// multiply-adds of an exact split, 4:2:0 with vpmulld) before the same shifts; the channels are
-// clamped by the unsigned pack, as the reference's clamp does. Each step writes exactly its 48
-// bytes. Tails: the pixels left after the last whole step (fewer than 16, and the odd last pixel or
-// column) go through the scalar formulas of colour_kernels.h. Nothing outside a row's pixels is
-// read or written.
+// 4:2:2 rows go 32 pixels a step (then 16), 4:2:0 row pairs 16. Every sum is the reference's
+// exact 32-bit value (4:2:2 as 16-bit multiply-adds of an exact split, 4:2:0 with vpmulld) before
+// the same shifts; the channels are clamped by the unsigned pack, as the reference's clamp does.
+// Each step writes exactly its 96 or 48 bytes. Tails: the pixels left after the last whole step
+// (fewer than 16, and the odd last pixel or column) go through the scalar formulas of
+// colour_kernels.h. Nothing outside a row's pixels is read or written.
 #include <immintrin.h>
 
 #include <cstdint>
@@ -17,6 +17,7 @@ namespace {
 
 inline __m256i Mul(__m256i a, int32_t k) { return _mm256_mullo_epi32(a, _mm256_set1_epi32(k)); }
 inline __m256i Add(__m256i a, int32_t k) { return _mm256_add_epi32(a, _mm256_set1_epi32(k)); }
+inline void Store(uint8_t* p, __m256i v) { _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), v); }
 
 // Sixteen pixels from three channels of sixteen int16 each, clamped to 0..255, as 48 BGR bytes.
 inline void StoreBgr16(uint8_t* d, __m256i b, __m256i g, __m256i r) {
@@ -64,34 +65,78 @@ inline __m256i HighWords(__m256i even, __m256i odd) {
   return _mm256_blend_epi16(_mm256_srli_epi32(even, 16), odd, 0xAA);
 }
 
-// One 4:2:2 row: sixteen pixels (eight groups Y0, U, Y1, V) a step. Each group's 32 bits, masked
-// to (Y0, Y1) and shifted to (U, V) as 16-bit halves, give the reference's sums exactly with
-// 16-bit weights:
-//   76284 Y0 = 10748 Y0 + 65536 Y0 (the shift of (Y0, Y1) by 16), likewise Y1 with its mask;
-//   blue  = 76284 Y + 1114 U + 131072 U (the shift of (U, V) by 17) - 18107584
-//   green = 76284 Y - 25690 U + 12255 V - 65536 V + 8920512
-//   red   = 76284 Y - 26477 V + 131072 V - 14575936
-// The chroma terms are shared by the group's two pixels; the channels are the sums' high halves,
-// clamped by the unsigned pack.
+// Thirty-two pixels from three channels of 32 bytes each (pixels 0-15 in the low lane, 16-31 in
+// the high lane) as 96 BGR bytes: each channel rotated so that a lane's bytes fall where the
+// three 16-byte thirds of its 48 output bytes want them, merged by two byte blends per third.
+inline void StoreBgr32(uint8_t* d, __m256i b, __m256i g, __m256i r) {
+  const __m256i sb = _mm256_setr_epi8(0, 11, 6, 1, 12, 7, 2, 13, 8, 3, 14, 9, 4, 15, 10, 5, 0, 11,
+                                      6, 1, 12, 7, 2, 13, 8, 3, 14, 9, 4, 15, 10, 5);
+  const __m256i sg = _mm256_setr_epi8(5, 0, 11, 6, 1, 12, 7, 2, 13, 8, 3, 14, 9, 4, 15, 10, 5, 0,
+                                      11, 6, 1, 12, 7, 2, 13, 8, 3, 14, 9, 4, 15, 10);
+  const __m256i sr = _mm256_setr_epi8(10, 5, 0, 11, 6, 1, 12, 7, 2, 13, 8, 3, 14, 9, 4, 15, 10, 5,
+                                      0, 11, 6, 1, 12, 7, 2, 13, 8, 3, 14, 9, 4, 15);
+  const __m256i m1 = _mm256_setr_epi8(0, -1, 0, 0, -1, 0, 0, -1, 0, 0, -1, 0, 0, -1, 0, 0, 0, -1, 0,
+                                      0, -1, 0, 0, -1, 0, 0, -1, 0, 0, -1, 0, 0);
+  const __m256i m2 = _mm256_setr_epi8(0, 0, -1, 0, 0, -1, 0, 0, -1, 0, 0, -1, 0, 0, -1, 0, 0, 0, -1,
+                                      0, 0, -1, 0, 0, -1, 0, 0, -1, 0, 0, -1, 0);
+  const __m256i b0 = _mm256_shuffle_epi8(b, sb);
+  const __m256i g0 = _mm256_shuffle_epi8(g, sg);
+  const __m256i r0 = _mm256_shuffle_epi8(r, sr);
+  const __m256i p0 = _mm256_blendv_epi8(_mm256_blendv_epi8(b0, g0, m1), r0, m2);  // bytes 0-15
+  const __m256i p1 = _mm256_blendv_epi8(_mm256_blendv_epi8(g0, r0, m1), b0, m2);  // 16-31
+  const __m256i p2 = _mm256_blendv_epi8(_mm256_blendv_epi8(r0, b0, m1), g0, m2);  // 32-47
+  Store(d, _mm256_permute2x128_si256(p0, p1, 0x20));
+  Store(d + 32, _mm256_permute2x128_si256(p2, p0, 0x30));
+  Store(d + 64, _mm256_permute2x128_si256(p1, p2, 0x31));
+}
+
+// Sixteen 4:2:2 pixels (eight groups Y0, U, Y1, V; groups 0-3 in the low lane, 4-7 in the high
+// lane) as three channels of int16 in pixel order. Byte multiply-adds spread each group to
+// 16-bit (4 Y0, 4 Y1), (6 U, 5 V) and (U, V), from which 16-bit weights give the reference's sums
+// exactly:
+//   76284 Y = 19071 (4 Y)
+//   blue  = 76284 Y + 22031 (6 U) - 18107584
+//   green = 76284 Y - 25689 U + 12255 V - (U + 65536 V) + 8920512, (U, V) read as one 32-bit value
+//   red   = 76284 Y + 20919 (5 V) - 14575936
+// The chroma terms are shared by the group's two pixels; the channels are the sums' high halves.
+struct Bgr16 {
+  __m256i b, g, r;
+};
+inline Bgr16 Convert422x16(__m256i in) {
+  const __m256i yy4 = _mm256_maddubs_epi16(in, _mm256_set1_epi32(0x00040004));
+  const __m256i uv65 = _mm256_maddubs_epi16(in, _mm256_set1_epi32(0x05000600));
+  const __m256i uv = _mm256_srli_epi16(in, 8);
+  const __m256i y0 = Madd(yy4, 19071, 0);
+  const __m256i y1 = Madd(yy4, 0, 19071);
+  const __m256i tb = Add(Madd(uv65, 22031, 0), -18107584);
+  const __m256i tg = Add(_mm256_sub_epi32(Madd(uv, -25689, 12255), uv), 8920512);
+  const __m256i tr = Add(Madd(uv65, 0, 20919), -14575936);
+  return {HighWords(_mm256_add_epi32(y0, tb), _mm256_add_epi32(y1, tb)),
+          HighWords(_mm256_add_epi32(y0, tg), _mm256_add_epi32(y1, tg)),
+          HighWords(_mm256_add_epi32(y0, tr), _mm256_add_epi32(y1, tr))};
+}
+
+inline __m256i LoadLanes(const uint8_t* lo, const uint8_t* hi) {
+  return _mm256_inserti128_si256(
+      _mm256_castsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(lo))),
+      _mm_loadu_si128(reinterpret_cast<const __m128i*>(hi)), 1);
+}
+
+// One 4:2:2 row, thirty-two pixels a step: the two halves of a step are loaded lane-crossed
+// (pixels 0-7 with 16-23, 8-15 with 24-31) so that the unsigned packs of their channels come out
+// in pixel order, clamped to 0..255 as the reference's clamp does. Then sixteen pixels a step.
 void Row422(const uint8_t* s, uint8_t* d, int32_t width) {
-  const __m256i low_words = _mm256_set1_epi32(0x00FF00FF);
-  const __m256i high_half = _mm256_set1_epi32(static_cast<int32_t>(0xFFFF0000u));
   int32_t x = 0;
+  for (; x + 32 <= width; x += 32) {
+    const uint8_t* in = s + 2 * x;
+    const Bgr16 a = Convert422x16(LoadLanes(in, in + 32));
+    const Bgr16 c = Convert422x16(LoadLanes(in + 16, in + 48));
+    StoreBgr32(d + 3 * x, _mm256_packus_epi16(a.b, c.b), _mm256_packus_epi16(a.g, c.g),
+               _mm256_packus_epi16(a.r, c.r));
+  }
   for (; x + 16 <= width; x += 16) {
-    const __m256i in = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(s + 2 * x));
-    const __m256i yy = _mm256_and_si256(in, low_words);  // (Y0, Y1)
-    const __m256i uv = _mm256_srli_epi16(in, 8);          // (U, V)
-    const __m256i y0 = _mm256_add_epi32(Madd(yy, 10748, 0), _mm256_slli_epi32(yy, 16));
-    const __m256i y1 = _mm256_add_epi32(Madd(yy, 0, 10748), _mm256_and_si256(yy, high_half));
-    const __m256i v16 = _mm256_and_si256(uv, high_half);  // 65536 V
-    const __m256i tb = Add(_mm256_add_epi32(Madd(uv, 1114, 0), _mm256_slli_epi32(uv, 17)),
-                           -18107584);
-    const __m256i tg = Add(_mm256_sub_epi32(Madd(uv, -25690, 12255), v16), 8920512);
-    const __m256i tr = Add(_mm256_add_epi32(Madd(uv, 0, -26477), _mm256_slli_epi32(v16, 1)),
-                           -14575936);
-    StoreBgr16(d + 3 * x, HighWords(_mm256_add_epi32(y0, tb), _mm256_add_epi32(y1, tb)),
-               HighWords(_mm256_add_epi32(y0, tg), _mm256_add_epi32(y1, tg)),
-               HighWords(_mm256_add_epi32(y0, tr), _mm256_add_epi32(y1, tr)));
+    const Bgr16 a = Convert422x16(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(s + 2 * x)));
+    StoreBgr16(d + 3 * x, a.b, a.g, a.r);
   }
   for (; x + 2 <= width; x += 2) {
     const uint8_t* g = s + 2 * x;
