@@ -73,7 +73,7 @@ Status ippiCopy_8u_AC4C3R(const uint8_t* src, int32_t src_step, uint8_t* dst, in
     uint8_t* d = dst + RowOffset(dst_step, r);
     int32_t x = 0;
     // 32 pixels: each load packed to 24 bytes in dwords 0-2 and 4-6, then placed by one dword
-    // permute where its bytes fall among three 32-byte stores (A B0 | B1 C0 | C1 D).
+    // permute where its bytes fall among three 32-byte stores (a with b, b with c, c with e).
     for (; x + 32 <= roi.width; x += 32) {
       const __m256i a = _mm256_permutevar8x32_epi32(_mm256_shuffle_epi8(Load(s + 4 * x), pick),
                                                     _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 0, 0));
