@@ -1,9 +1,9 @@
 // YUV to BGR conversions, SSSE3 level: classes 2 and 3, and 4 and 5, which have no body of
 // their own. Eight pixels a step. Every sum is the reference's exact 32-bit value, computed with
-// 16-bit multiply-adds of an exact split (a weight w over 65536 as 65536 * whole + rest), before
-// the same shifts; the unsigned pack clamps as the reference does. Each step writes exactly its
-// 24 bytes. Tails: fewer than 8 pixels, and the odd last pixel or column, go through the scalar
-// formulas of colour_kernels.h. Nothing outside a row's pixels is read or written.
+// 16-bit multiply-adds of an exact split, before the same shifts; the unsigned pack clamps as the
+// reference does. Each step writes exactly its 24 bytes. Tails: fewer than 8 pixels, and the odd
+// last pixel or column, go through the scalar formulas of colour_kernels.h. Nothing outside a row's
+// pixels is read or written.
 #include <tmmintrin.h>
 
 #include <cstdint>
@@ -41,35 +41,43 @@ inline void StoreBgr8(uint8_t* d, __m128i b, __m128i g, __m128i r) {
   _mm_storel_epi64(reinterpret_cast<__m128i*>(d + 16), tail);
 }
 
-// Four 4:2:2 pixels from 16-bit (Y, U) and (Y, V) pairs, U and V unsigned:
-//   red   = Y + 2V - 256 + ((10748 Y - 26477 V + 2201280) >> 16)
-//   green = Y - V + ((10748 Y - 25690 U + 12255 V + 8920512) >> 16)
-//   blue  = Y + 2U - 256 + ((10748 Y + 1114 U - 1330368) >> 16)
-struct Bgr4 {
+// The high 16 bits of each 32-bit value of `even` and of `odd`, interleaved: as signed 16-bit
+// values these are the arithmetic shifts by 16.
+inline __m128i HighWords(__m128i even, __m128i odd) {
+  return _mm_or_si128(_mm_srli_epi32(even, 16),
+                      _mm_and_si128(odd, _mm_set1_epi32(static_cast<int32_t>(0xFFFF0000u))));
+}
+
+// Eight 4:2:2 pixels (four groups Y0, U, Y1, V) as three channels of int16 in pixel order. Byte
+// multiply-adds spread each group to 16-bit (4 Y0, 4 Y1), (6 U, 5 V) and (U, V), from which
+// 16-bit weights give the reference's sums exactly:
+//   76284 Y = 19071 (4 Y)
+//   blue  = 76284 Y + 22031 (6 U) - 18107584
+//   green = 76284 Y - 25689 U + 12255 V - (U + 65536 V) + 8920512, (U, V) read as one 32-bit value
+//   red   = 76284 Y + 20919 (5 V) - 14575936
+// The chroma terms are shared by the group's two pixels; the channels are the sums' high halves.
+struct Bgr8 {
   __m128i b, g, r;
 };
-inline Bgr4 Convert422(__m128i yu, __m128i yv) {
-  return {
-      _mm_add_epi32(Add(Madd(yu, 1, 2), -256), Shift16(Madd(yu, 10748, 1114), -1330368)),
-      _mm_add_epi32(Madd(yv, 1, -1),
-                    Shift16(_mm_add_epi32(Madd(yu, 10748, -25690), Madd(yv, 0, 12255)), 8920512)),
-      _mm_add_epi32(Add(Madd(yv, 1, 2), -256), Shift16(Madd(yv, 10748, -26477), 2201280))};
+inline Bgr8 Convert422x8(__m128i in) {
+  const __m128i yy4 = _mm_maddubs_epi16(in, _mm_set1_epi32(0x00040004));
+  const __m128i uv65 = _mm_maddubs_epi16(in, _mm_set1_epi32(0x05000600));
+  const __m128i uv = _mm_srli_epi16(in, 8);
+  const __m128i y0 = Madd(yy4, 19071, 0);
+  const __m128i y1 = Madd(yy4, 0, 19071);
+  const __m128i tb = Add(Madd(uv65, 22031, 0), -18107584);
+  const __m128i tg = Add(_mm_sub_epi32(Madd(uv, -25689, 12255), uv), 8920512);
+  const __m128i tr = Add(Madd(uv65, 0, 20919), -14575936);
+  return {HighWords(_mm_add_epi32(y0, tb), _mm_add_epi32(y1, tb)),
+          HighWords(_mm_add_epi32(y0, tg), _mm_add_epi32(y1, tg)),
+          HighWords(_mm_add_epi32(y0, tr), _mm_add_epi32(y1, tr))};
 }
 
 void Row422(const uint8_t* s, uint8_t* d, int32_t width) {
-  const __m128i yu_first = _mm_setr_epi8(0, -1, 1, -1, 2, -1, 1, -1, 4, -1, 5, -1, 6, -1, 5, -1);
-  const __m128i yu_second =
-      _mm_setr_epi8(8, -1, 9, -1, 10, -1, 9, -1, 12, -1, 13, -1, 14, -1, 13, -1);
-  const __m128i to_yv = _mm_set1_epi32(2 << 16);  // U at byte 4k + 1, V at 4k + 3
   int32_t x = 0;
   for (; x + 8 <= width; x += 8) {
-    const __m128i in = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + 2 * x));
-    const Bgr4 first = Convert422(_mm_shuffle_epi8(in, yu_first),
-                                  _mm_shuffle_epi8(in, _mm_add_epi8(yu_first, to_yv)));
-    const Bgr4 second = Convert422(_mm_shuffle_epi8(in, yu_second),
-                                   _mm_shuffle_epi8(in, _mm_add_epi8(yu_second, to_yv)));
-    StoreBgr8(d + 3 * x, _mm_packs_epi32(first.b, second.b), _mm_packs_epi32(first.g, second.g),
-              _mm_packs_epi32(first.r, second.r));
+    const Bgr8 p = Convert422x8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(s + 2 * x)));
+    StoreBgr8(d + 3 * x, p.b, p.g, p.r);
   }
   for (; x + 2 <= width; x += 2) {
     const uint8_t* g = s + 2 * x;
