@@ -22,6 +22,28 @@ static inline void YuvToBgr422(int32_t y, int32_t u, int32_t v, uint8_t* bgr) {
   bgr[2] = Clamp255((t + 104595 * v) >> 16);
 }
 
+// The same sums for the vector bodies, as 16-bit weights of terms that byte multiply-adds make
+// from each Y0 U Y1 V group: (4 Y0, 4 Y1), (6 U, 5 V) and (U, V), U and V as stored (0..255).
+//   76284 Y = 19071 (4 Y)
+//   blue  = 76284 Y + 22031 (6 U) - 18107584
+//   green = 76284 Y - 25689 U + 12255 V - (U + 65536 V) + 8920512, (U, V) read as one 32-bit value
+//   red   = 76284 Y + 20919 (5 V) - 14575936
+// Each sum is the reference's exactly; the channels are its high 16 bits.
+struct Split422 {
+  static constexpr int32_t kLumaBytes = 0x00040004;    // byte weights 4, 0, 4, 0
+  static constexpr int32_t kChromaBytes = 0x05000600;  // byte weights 0, 6, 0, 5
+  static constexpr int16_t kLuma = 19071;
+  static constexpr int16_t kBlue = 22031, kRed = 20919;
+  static constexpr int16_t kGreenU = -25689, kGreenV = 12255;
+  static constexpr int32_t kBlueBias = -18107584, kGreenBias = 8920512, kRedBias = -14575936;
+};
+static_assert(4 * Split422::kLuma == 76284 && 6 * Split422::kBlue == 132186 &&
+              5 * Split422::kRed == 104595 && Split422::kGreenU - 1 == -25690 &&
+              Split422::kGreenV - 65536 == -53281);
+static_assert(Split422::kBlueBias == -1187776 - 132186 * 128 &&
+              Split422::kGreenBias == -1187776 + (25690 + 53281) * 128 &&
+              Split422::kRedBias == -1187776 - 104595 * 128);
+
 // BGR to studio-range luma with red at byte 2: offset 16 and rounding in 1081344 (16.5 * 65536).
 // The largest result is 235, so there is no clamp.
 static inline uint8_t Luma422(const uint8_t* bgr) {

@@ -91,26 +91,21 @@ inline void StoreBgr32(uint8_t* d, __m256i b, __m256i g, __m256i r) {
 }
 
 // Sixteen 4:2:2 pixels (eight groups Y0, U, Y1, V; groups 0-3 in the low lane, 4-7 in the high
-// lane) as three channels of int16 in pixel order. Byte multiply-adds spread each group to
-// 16-bit (4 Y0, 4 Y1), (6 U, 5 V) and (U, V), from which 16-bit weights give the reference's sums
-// exactly:
-//   76284 Y = 19071 (4 Y)
-//   blue  = 76284 Y + 22031 (6 U) - 18107584
-//   green = 76284 Y - 25689 U + 12255 V - (U + 65536 V) + 8920512, (U, V) read as one 32-bit value
-//   red   = 76284 Y + 20919 (5 V) - 14575936
-// The chroma terms are shared by the group's two pixels; the channels are the sums' high halves.
+// lane) as three channels of int16 in pixel order, by the split of Split422: the chroma terms are
+// shared by each group's two pixels, the channels are the sums' high halves.
 struct Bgr16 {
   __m256i b, g, r;
 };
 inline Bgr16 Convert422x16(__m256i in) {
-  const __m256i yy4 = _mm256_maddubs_epi16(in, _mm256_set1_epi32(0x00040004));
-  const __m256i uv65 = _mm256_maddubs_epi16(in, _mm256_set1_epi32(0x05000600));
+  using K = Split422;
+  const __m256i yy4 = _mm256_maddubs_epi16(in, _mm256_set1_epi32(K::kLumaBytes));
+  const __m256i uv65 = _mm256_maddubs_epi16(in, _mm256_set1_epi32(K::kChromaBytes));
   const __m256i uv = _mm256_srli_epi16(in, 8);
-  const __m256i y0 = Madd(yy4, 19071, 0);
-  const __m256i y1 = Madd(yy4, 0, 19071);
-  const __m256i tb = Add(Madd(uv65, 22031, 0), -18107584);
-  const __m256i tg = Add(_mm256_sub_epi32(Madd(uv, -25689, 12255), uv), 8920512);
-  const __m256i tr = Add(Madd(uv65, 0, 20919), -14575936);
+  const __m256i y0 = Madd(yy4, K::kLuma, 0);
+  const __m256i y1 = Madd(yy4, 0, K::kLuma);
+  const __m256i tb = Add(Madd(uv65, K::kBlue, 0), K::kBlueBias);
+  const __m256i tg = Add(_mm256_sub_epi32(Madd(uv, K::kGreenU, K::kGreenV), uv), K::kGreenBias);
+  const __m256i tr = Add(Madd(uv65, 0, K::kRed), K::kRedBias);
   return {HighWords(_mm256_add_epi32(y0, tb), _mm256_add_epi32(y1, tb)),
           HighWords(_mm256_add_epi32(y0, tg), _mm256_add_epi32(y1, tg)),
           HighWords(_mm256_add_epi32(y0, tr), _mm256_add_epi32(y1, tr))};

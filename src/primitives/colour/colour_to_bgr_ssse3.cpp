@@ -48,26 +48,22 @@ inline __m128i HighWords(__m128i even, __m128i odd) {
                       _mm_and_si128(odd, _mm_set1_epi32(static_cast<int32_t>(0xFFFF0000u))));
 }
 
-// Eight 4:2:2 pixels (four groups Y0, U, Y1, V) as three channels of int16 in pixel order. Byte
-// multiply-adds spread each group to 16-bit (4 Y0, 4 Y1), (6 U, 5 V) and (U, V), from which
-// 16-bit weights give the reference's sums exactly:
-//   76284 Y = 19071 (4 Y)
-//   blue  = 76284 Y + 22031 (6 U) - 18107584
-//   green = 76284 Y - 25689 U + 12255 V - (U + 65536 V) + 8920512, (U, V) read as one 32-bit value
-//   red   = 76284 Y + 20919 (5 V) - 14575936
-// The chroma terms are shared by the group's two pixels; the channels are the sums' high halves.
+// Eight 4:2:2 pixels (four groups Y0, U, Y1, V) as three channels of int16 in pixel order, by the
+// split of Split422: the chroma terms are shared by each group's two pixels, the channels are the
+// sums' high halves.
 struct Bgr8 {
   __m128i b, g, r;
 };
 inline Bgr8 Convert422x8(__m128i in) {
-  const __m128i yy4 = _mm_maddubs_epi16(in, _mm_set1_epi32(0x00040004));
-  const __m128i uv65 = _mm_maddubs_epi16(in, _mm_set1_epi32(0x05000600));
+  using K = Split422;
+  const __m128i yy4 = _mm_maddubs_epi16(in, _mm_set1_epi32(K::kLumaBytes));
+  const __m128i uv65 = _mm_maddubs_epi16(in, _mm_set1_epi32(K::kChromaBytes));
   const __m128i uv = _mm_srli_epi16(in, 8);
-  const __m128i y0 = Madd(yy4, 19071, 0);
-  const __m128i y1 = Madd(yy4, 0, 19071);
-  const __m128i tb = Add(Madd(uv65, 22031, 0), -18107584);
-  const __m128i tg = Add(_mm_sub_epi32(Madd(uv, -25689, 12255), uv), 8920512);
-  const __m128i tr = Add(Madd(uv65, 0, 20919), -14575936);
+  const __m128i y0 = Madd(yy4, K::kLuma, 0);
+  const __m128i y1 = Madd(yy4, 0, K::kLuma);
+  const __m128i tb = Add(Madd(uv65, K::kBlue, 0), K::kBlueBias);
+  const __m128i tg = Add(_mm_sub_epi32(Madd(uv, K::kGreenU, K::kGreenV), uv), K::kGreenBias);
+  const __m128i tr = Add(Madd(uv65, 0, K::kRed), K::kRedBias);
   return {HighWords(_mm_add_epi32(y0, tb), _mm_add_epi32(y1, tb)),
           HighWords(_mm_add_epi32(y0, tg), _mm_add_epi32(y1, tg)),
           HighWords(_mm_add_epi32(y0, tr), _mm_add_epi32(y1, tr))};
