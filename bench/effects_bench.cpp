@@ -115,9 +115,9 @@ void RegisterEffectBenchmarks() {
   RegisterEffect("EffectSolorize",
                  [](uint8_t* f, int32_t w, int32_t h, uint8_t*) { EffectSolorize(f, w, h, 128); });
   RegisterOpenCv();
-  RegisterBlocks("LightnessBlocks", prim::kLightnessBlocksTable, int32_t{16});
-  RegisterBlocks("ContrastBlocks", prim::kContrastBlocksTable, int32_t{20});
-  RegisterBlocks("SaturationBlocks", prim::kSaturationBlocksTable, uint32_t{300});
+  RegisterBlocks("LightnessBlocks", prim::LightnessBlocksTable, int32_t{16});
+  RegisterBlocks("ContrastBlocks", prim::ContrastBlocksTable, int32_t{20});
+  RegisterBlocks("SaturationBlocks", prim::SaturationBlocksTable, uint32_t{300});
 }
 
 }  // namespace framekit::bench

@@ -85,7 +85,7 @@ void RegisterCopy(const char* name, const prim::Table<prim::CopyFn>& table, int 
 }
 
 void RegisterSet() {
-  ForEachBody(prim::kSetC3RTable, [&](prim::SetC3Fn fn, const std::string& cls) {
+  ForEachBody(prim::ippiSet_8u_C3RTable, [&](prim::SetC3Fn fn, const std::string& cls) {
     for (const FrameSize fs : kPrimitiveSizes) {
       const std::string bench_name = Join("prim/set_C3R/", cls, "/", SizeName(fs));
       benchmark::RegisterBenchmark(bench_name.c_str(), [=](benchmark::State& state) {
@@ -104,13 +104,13 @@ void RegisterSet() {
 
 // The colour conversions on buffers of three bytes a pixel (room for every format).
 void RegisterColour() {
-  RegisterTwoBuffer("bgr_to_422", prim::kBGRToYCbCr422Table, 3,
+  RegisterTwoBuffer("bgr_to_422", prim::ippiBGRToYCbCr422_8u_C3C2RTable, 3,
                     [](prim::PackedConvertFn fn, const uint8_t* s, uint8_t* d, int32_t step,
                        Size roi) { return fn(s, step, d, 2 * roi.width, roi); });
-  RegisterTwoBuffer("422_to_bgr", prim::kYCbCr422ToBGRTable, 3,
+  RegisterTwoBuffer("422_to_bgr", prim::ippiYCbCr422ToBGR_8u_C2C3RTable, 3,
                     [](prim::PackedConvertFn fn, const uint8_t* s, uint8_t* d, int32_t step,
                        Size roi) { return fn(s, 2 * roi.width, d, step, roi); });
-  RegisterTwoBuffer("bgr_to_420", prim::kBGRToYUV420Table, 3,
+  RegisterTwoBuffer("bgr_to_420", prim::ippiBGRToYUV420_8u_C3P3RTable, 3,
                     [](prim::PackedToPlanarFn fn, const uint8_t* s, uint8_t* d, int32_t step,
                        Size roi) {
                       const int32_t luma = roi.width * roi.height;
@@ -129,13 +129,13 @@ void RegisterPrimitiveBenchmarks() {
       RegisterMemcpy(MemcpyName(fs, bpp), pixels * bpp, pixels);
     }
   }
-  RegisterMirrorIR("mirror_C1IR", prim::kMirrorC1IRTable, 1);
-  RegisterMirrorIR("mirror_C3IR", prim::kMirrorC3IRTable, 3);
-  RegisterMirrorIR("mirror_C4IR", prim::kMirrorC4IRTable, 4);
-  RegisterMirrorR("mirror_C1R", prim::kMirrorC1RTable, 1);
-  RegisterMirrorR("mirror_C4R", prim::kMirrorC4RTable, 4);
-  RegisterCopy("copy_C3R", prim::kCopyC3RTable, 3);
-  RegisterCopy("copy_C4R", prim::kCopyC4RTable, 4);
+  RegisterMirrorIR("mirror_C1IR", prim::ippiMirror_8u_C1IRTable, 1);
+  RegisterMirrorIR("mirror_C3IR", prim::ippiMirror_8u_C3IRTable, 3);
+  RegisterMirrorIR("mirror_C4IR", prim::ippiMirror_8u_C4IRTable, 4);
+  RegisterMirrorR("mirror_C1R", prim::ippiMirror_8u_C1RTable, 1);
+  RegisterMirrorR("mirror_C4R", prim::ippiMirror_8u_C4RTable, 4);
+  RegisterCopy("copy_C3R", prim::ippiCopy_8u_C3RTable, 3);
+  RegisterCopy("copy_C4R", prim::ippiCopy_8u_C4RTable, 4);
   RegisterSet();
   RegisterColour();
 }

@@ -1,6 +1,6 @@
 #include "convert/colour.h"
 
-#include "api/strides.h"
+#include "primitives/core/strides.h"
 #include "primitives/channel/channel.h"
 #include "primitives/colour/colour.h"
 #include "primitives/mirror/mirror.h"

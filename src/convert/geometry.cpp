@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "api/strides.h"
+#include "primitives/core/strides.h"
 #include "primitives/copy/copy.h"
 #include "primitives/mirror/mirror.h"
 #include "primitives/set/set.h"

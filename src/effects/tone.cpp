@@ -5,7 +5,7 @@
 
 #include <cstddef>
 
-#include "api/strides.h"
+#include "primitives/core/strides.h"
 #include "effects/effects.h"
 #include "primitives/core/wrap.h"
 #include "primitives/tone/tone_model.h"

@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <cwchar>
 
-#include "api/strides.h"
+#include "primitives/core/strides.h"
 #include "imageio/bmp_save.h"
 #include "imageio/gdiplus_encoder_win.h"
 #include "primitives/core/wrap.h"

@@ -60,29 +60,27 @@ static inline uint8_t ScaledSum(int32_t sum, int32_t scale) {
   return static_cast<uint8_t>(rounded > 255 ? 255 : rounded);
 }
 
-#define FK_DECLARE_CHANNEL_VARIANTS(isa) \
-  namespace isa {                        \
-  ChannelCopySig ippiCopy_8u_AC4C3R;     \
-  ChannelCopySig ippiCopy_8u_C3AC4R;     \
-  AddCC4Sig ippiAddC_8u_C4IRSfs;         \
-  CopyAddSig CopyC3AC4AddC;              \
-  SwapC3Sig ippiSwapChannels_8u_C3R;     \
-  }
+// The reference, SSSE3 and AVX2 levels have all five.
+#define FK_CHANNEL_VARIANTS                                   \
+  ChannelCopySig ippiCopy_8u_AC4C3R, ippiCopy_8u_C3AC4R;      \
+  AddCC4Sig ippiAddC_8u_C4IRSfs;                              \
+  CopyAddSig CopyC3AC4AddC;                                   \
+  SwapC3Sig ippiSwapChannels_8u_C3R
+namespace ref {
+FK_CHANNEL_VARIANTS;
+}
+namespace ssse3 {
+FK_CHANNEL_VARIANTS;
+}
+namespace avx2 {
+FK_CHANNEL_VARIANTS;
+}
+#undef FK_CHANNEL_VARIANTS
 
-FK_DECLARE_CHANNEL_VARIANTS(ref)
-FK_DECLARE_CHANNEL_VARIANTS(ssse3)
-FK_DECLARE_CHANNEL_VARIANTS(avx2)
-
-ChannelCopySig ippiCopy_8u_AC4C3R;
-ChannelCopySig ippiCopy_8u_C3AC4R;
-AddCC4Sig ippiAddC_8u_C4IRSfs;
-CopyAddSig CopyC3AC4AddC;
-SwapC3Sig ippiSwapChannels_8u_C3R;
-
-extern const Table<ChannelCopyFn> kCopyAC4C3RTable;
-extern const Table<ChannelCopyFn> kCopyC3AC4RTable;
-extern const Table<AddCC4Fn> kAddCC4IRSfsTable;
-extern const Table<CopyAddFn> kCopyC3AC4AddCTable;
-extern const Table<SwapC3Fn> kSwapChannelsC3RTable;
+FK_PRIMITIVE(ippiCopy_8u_AC4C3R, ChannelCopySig);
+FK_PRIMITIVE(ippiCopy_8u_C3AC4R, ChannelCopySig);
+FK_PRIMITIVE(ippiAddC_8u_C4IRSfs, AddCC4Sig);
+FK_PRIMITIVE(CopyC3AC4AddC, CopyAddSig);
+FK_PRIMITIVE(ippiSwapChannels_8u_C3R, SwapC3Sig);
 
 }  // namespace framekit::prim

@@ -36,21 +36,16 @@ static inline void GrayWeights(const float* weights, int32_t out[3]) {
   }
 }
 
-#define FK_DECLARE_GRAY_VARIANTS(isa)      \
-  namespace isa {                          \
-  ColorToGraySig ippiColorToGray_8u_C3C1R; \
-  DupSig ippiDup_8u_C1C3R;                 \
-  }
-
-FK_DECLARE_GRAY_VARIANTS(ref)
-FK_DECLARE_GRAY_VARIANTS(sse2)
-FK_DECLARE_GRAY_VARIANTS(ssse3)
-FK_DECLARE_GRAY_VARIANTS(avx2)
-
+namespace ref {
 ColorToGraySig ippiColorToGray_8u_C3C1R;
 DupSig ippiDup_8u_C1C3R;
+}  // namespace ref
+namespace ssse3 {
+ColorToGraySig ippiColorToGray_8u_C3C1R;
+DupSig ippiDup_8u_C1C3R;
+}  // namespace ssse3
 
-extern const Table<ColorToGrayFn> kColorToGrayTable;
-extern const Table<DupFn> kDupC1C3Table;
+FK_PRIMITIVE(ippiColorToGray_8u_C3C1R, ColorToGraySig);
+FK_PRIMITIVE(ippiDup_8u_C1C3R, DupSig);
 
 }  // namespace framekit::prim

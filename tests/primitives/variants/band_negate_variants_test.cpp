@@ -28,8 +28,8 @@ struct NegateDriver {
   }
 };
 
-FK_VARIANT_TEST(kBandC3Table, BandThresholdC3, BandDriver{});
-FK_VARIANT_TEST(kNegateC3Table, NegateC3IntoCopy, NegateDriver{});
+FK_VARIANT_TEST(BandThresholdC3, BandDriver{});
+FK_VARIANT_TEST(NegateC3IntoCopy, NegateDriver{});
 
 }  // namespace
 }  // namespace framekit::test

@@ -89,16 +89,16 @@ struct SwapDriver {
   }
 };
 
-FK_VARIANT_TEST(kYCbCr422ToBGRTable, ippiYCbCr422ToBGR_8u_C2C3R, PackedConvertDriver{2, 3});
-FK_VARIANT_TEST(kBGRToYCbCr422Table, ippiBGRToYCbCr422_8u_C3C2R, PackedConvertDriver{3, 2});
-FK_VARIANT_TEST(kYUV420ToBGRTable, ippiYUV420ToBGR_8u_P3C3R, PlanarToPackedDriver{});
-FK_VARIANT_TEST(kBGRToYUV420Table, ippiBGRToYUV420_8u_C3P3R, PackedToPlanarDriver{});
-FK_VARIANT_TEST(kMirrorBGRToYUV420Table, MirrorBGRToYUV420, MirrorToPlanarDriver{});
-FK_VARIANT_TEST(kCopyAC4C3RTable, ippiCopy_8u_AC4C3R, PackedConvertDriver{4, 3});
-FK_VARIANT_TEST(kCopyC3AC4RTable, ippiCopy_8u_C3AC4R, PackedConvertDriver{3, 4});
-FK_VARIANT_TEST(kAddCC4IRSfsTable, ippiAddC_8u_C4IRSfs, AddCDriver{});
-FK_VARIANT_TEST(kCopyC3AC4AddCTable, CopyC3AC4AddC, CopyAddDriver{});
-FK_VARIANT_TEST(kSwapChannelsC3RTable, ippiSwapChannels_8u_C3R, SwapDriver{});
+FK_VARIANT_TEST(ippiYCbCr422ToBGR_8u_C2C3R, PackedConvertDriver{2, 3});
+FK_VARIANT_TEST(ippiBGRToYCbCr422_8u_C3C2R, PackedConvertDriver{3, 2});
+FK_VARIANT_TEST(ippiYUV420ToBGR_8u_P3C3R, PlanarToPackedDriver{});
+FK_VARIANT_TEST(ippiBGRToYUV420_8u_C3P3R, PackedToPlanarDriver{});
+FK_VARIANT_TEST(MirrorBGRToYUV420, MirrorToPlanarDriver{});
+FK_VARIANT_TEST(ippiCopy_8u_AC4C3R, PackedConvertDriver{4, 3});
+FK_VARIANT_TEST(ippiCopy_8u_C3AC4R, PackedConvertDriver{3, 4});
+FK_VARIANT_TEST(ippiAddC_8u_C4IRSfs, AddCDriver{});
+FK_VARIANT_TEST(CopyC3AC4AddC, CopyAddDriver{});
+FK_VARIANT_TEST(ippiSwapChannels_8u_C3R, SwapDriver{});
 
 }  // namespace
 }  // namespace framekit::test

@@ -16,8 +16,8 @@ struct CopyDriver {
   }
 };
 
-FK_VARIANT_TEST(kCopyC3RTable, ippiCopy_8u_C3R, CopyDriver{3});
-FK_VARIANT_TEST(kCopyC4RTable, ippiCopy_8u_C4R, CopyDriver{4});
+FK_VARIANT_TEST(ippiCopy_8u_C3R, CopyDriver{3});
+FK_VARIANT_TEST(ippiCopy_8u_C4R, CopyDriver{4});
 
 }  // namespace
 }  // namespace framekit::test

@@ -44,9 +44,9 @@ struct SubDriver {
   }
 };
 
-FK_VARIANT_TEST(kColorToGrayTable, ippiColorToGray_8u_C3C1R, ColorToGrayDriver{});
-FK_VARIANT_TEST(kDupC1C3Table, ippiDup_8u_C1C3R, DupDriver{});
-FK_VARIANT_TEST(kSubC3ISfsTable, ippiSub_8u_C3IRSfs, SubDriver{});
+FK_VARIANT_TEST(ippiColorToGray_8u_C3C1R, ColorToGrayDriver{});
+FK_VARIANT_TEST(ippiDup_8u_C1C3R, DupDriver{});
+FK_VARIANT_TEST(ippiSub_8u_C3IRSfs, SubDriver{});
 
 }  // namespace
 }  // namespace framekit::test

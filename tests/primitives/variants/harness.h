@@ -4,7 +4,7 @@
 // A primitive joins with one line naming its table, its dispatch entry (also the name its table
 // registers under) and a driver:
 //
-//   FK_VARIANT_TEST(kMirrorC3IRTable, ippiMirror_8u_C3IR, MirrorInPlaceDriver{3});
+//   FK_VARIANT_TEST(ippiMirror_8u_C3IR, MirrorInPlaceDriver{3});
 //
 // A driver describes the primitive's arguments (PrimitiveShape) and maps one harness call onto
 // its signature:
@@ -119,9 +119,9 @@ void CheckDispatch(const VariantSubject& subject);
 
 }  // namespace framekit::test
 
-#define FK_VARIANT_TEST(table, prim_name, ...)                                                   \
+#define FK_VARIANT_TEST(prim_name, ...)                                                   \
   static const ::framekit::test::VariantSubject& fk_variant_subject_##prim_name =                \
-      ::framekit::test::RegisterVariantTest(#prim_name, ::framekit::prim::table,                 \
+      ::framekit::test::RegisterVariantTest(#prim_name, ::framekit::prim::prim_name##Table,      \
                                             &::framekit::prim::prim_name, __VA_ARGS__);            \
   TEST(Variants, prim_name) { ::framekit::test::CheckVariants(fk_variant_subject_##prim_name); } \
   TEST(VariantDispatch, prim_name) {                                                             \

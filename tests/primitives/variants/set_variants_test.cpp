@@ -14,7 +14,7 @@ struct SetC3Driver {
   }
 };
 
-FK_VARIANT_TEST(kSetC3RTable, ippiSet_8u_C3R, SetC3Driver{});
+FK_VARIANT_TEST(ippiSet_8u_C3R, SetC3Driver{});
 
 }  // namespace
 }  // namespace framekit::test

@@ -60,10 +60,10 @@ struct SaturationDriver {
   }
 };
 
-FK_VARIANT_TEST(kLightnessBlocksTable, LightnessBlocks, LevelDriver{});
-FK_VARIANT_TEST(kDarknessBlocksTable, DarknessBlocks, LevelDriver{});
-FK_VARIANT_TEST(kContrastBlocksTable, ContrastBlocks, ContrastDriver{});
-FK_VARIANT_TEST(kSaturationBlocksTable, SaturationBlocks, SaturationDriver{});
+FK_VARIANT_TEST(LightnessBlocks, LevelDriver{});
+FK_VARIANT_TEST(DarknessBlocks, LevelDriver{});
+FK_VARIANT_TEST(ContrastBlocks, ContrastDriver{});
+FK_VARIANT_TEST(SaturationBlocks, SaturationDriver{});
 
 }  // namespace
 }  // namespace framekit::test
