@@ -73,6 +73,9 @@ class GuardedImage {
   void SetReadOnly(bool read_only);
 
   bool IsPixel(size_t index) const;
+  // The row (as the primitive counts them, bottom-up layouts included) and the byte within the
+  // row of a pixel byte; false for any other byte.
+  bool PixelAt(size_t index, int32_t* row, int32_t* byte) const;
   // Where a byte of bytes() lies in image terms: "row 2 pixel 5 byte 1 (byte 4000 of the
   // region)", "row 2, 3 bytes past its pixels (padding) (...)", "4 bytes before the lowest row".
   std::string Locate(size_t index, int bytes_per_pixel = 1) const;

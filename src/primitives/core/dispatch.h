@@ -26,8 +26,8 @@ enum Level : int { kLevelRef, kLevelSse2, kLevelSsse3, kLevelSse41, kLevelAvx, k
 
 // The highest level each processor class guarantees. Class 3 (SSSE3 with MOVBE) gets the SSSE3
 // bodies of class 2.
-inline constexpr Level kClassLevel[kClassCount] = {kLevelRef,   kLevelSse2, kLevelSsse3, kLevelSsse3,
-                                         kLevelSse41, kLevelAvx,  kLevelAvx2};
+inline constexpr Level kClassLevel[kClassCount] = {
+    kLevelRef, kLevelSse2, kLevelSsse3, kLevelSsse3, kLevelSse41, kLevelAvx, kLevelAvx2};
 
 template <typename Fn>
 using Table = std::array<Fn, kClassCount>;
@@ -37,7 +37,7 @@ using Table = std::array<Fn, kClassCount>;
 template <typename Fn>
 struct Slot {
   constexpr Slot() = default;
-  constexpr Slot(std::nullptr_t) {}  // NOLINT: a level with no body of its own
+  constexpr Slot(std::nullptr_t) {}               // NOLINT: a level with no body of its own
   constexpr Slot(Fn f) : fn(f), present(true) {}  // NOLINT: lets a table name bodies directly
   Fn fn = nullptr;
   bool present = false;
@@ -139,15 +139,15 @@ const TableInfo* RegisteredTables(int* count);
 
 // Declares a primitive of signature Sig: its table `name##Table` and its dispatch entry `name`, a
 // reference to the generated entry (callers write name(args...), and &name is a plain pointer).
-#define FK_PRIMITIVE(name, Sig)                                             \
-  extern const ::framekit::prim::Table<Sig*> name##Table;                   \
-  extern template struct ::framekit::prim::Entry<Sig, name##Table>;         \
+#define FK_PRIMITIVE(name, Sig)                                     \
+  extern const ::framekit::prim::Table<Sig*> name##Table;           \
+  extern template struct ::framekit::prim::Entry<Sig, name##Table>; \
   inline constexpr Sig& name = ::framekit::prim::Entry<Sig, name##Table>::Call
 
 // In the primitive's dispatch file: builds its table from the variants, instantiates its entry
 // and registers the table under the primitive's name.
-#define FK_PRIMITIVE_TABLE(name, Sig, ...)                                                \
-  constinit const ::framekit::prim::Table<Sig*> name##Table =                             \
-      ::framekit::prim::BuildTable<Sig*>(::framekit::prim::Variants<Sig*>{__VA_ARGS__});  \
-  template struct ::framekit::prim::Entry<Sig, name##Table>;                              \
+#define FK_PRIMITIVE_TABLE(name, Sig, ...)                                               \
+  constinit const ::framekit::prim::Table<Sig*> name##Table =                            \
+      ::framekit::prim::BuildTable<Sig*>(::framekit::prim::Variants<Sig*>{__VA_ARGS__}); \
+  template struct ::framekit::prim::Entry<Sig, name##Table>;                             \
   static const ::framekit::prim::TableRegistrar name##_registrar(#name, name##Table)
