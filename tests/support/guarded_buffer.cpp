@@ -202,15 +202,6 @@ std::optional<size_t> GuardedImage::FirstDamagedPadding() const {
   return std::nullopt;
 }
 
-std::optional<size_t> FirstDifference(std::span<const uint8_t> expected,
-                                      std::span<const uint8_t> actual) {
-  if (expected.size() != actual.size()) return std::min(expected.size(), actual.size());
-  if (std::memcmp(expected.data(), actual.data(), expected.size()) == 0) return std::nullopt;
-  size_t i = 0;
-  while (expected[i] == actual[i]) ++i;
-  return i;
-}
-
 // Fault notes. The handler only reads a thread-local pointer and writes to stderr; afterwards
 // the previous handler takes over (POSIX: it is put back and the faulting instruction re-runs;
 // Windows: the search continues), so sanitizers and debuggers still see the fault.

@@ -94,10 +94,6 @@ class GuardedImage {
   size_t row0_ = 0;   // offset of row 0's first pixel
 };
 
-// The first index at which two equally long byte ranges differ.
-std::optional<size_t> FirstDifference(std::span<const uint8_t> expected,
-                                      std::span<const uint8_t> actual);
-
 // While one is alive on a thread, a memory fault or illegal instruction on that thread first
 // prints `note` to stderr, so a crash on a guard page names the case that caused it. The fault
 // is then handled as if the note were not there (default action, sanitizer report, debugger).
