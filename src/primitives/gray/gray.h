@@ -21,7 +21,7 @@ using DupSig = Status(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_
                       Size roi);
 using DupFn = DupSig*;
 
-inline constexpr int32_t kDefaultGrayWeights[3] = {9798, 19235, 3736};
+static constexpr int32_t kDefaultGrayWeights[3] = {9798, 19235, 3736};
 
 // The 15-bit fixed-point weights. Internal linkage: per-ISA files call it too.
 static inline void GrayWeights(const float* weights, int32_t out[3]) {

@@ -66,7 +66,8 @@ void SaturateBlockFitted(uint8_t* px, __m128i multiplier) {
     lo[c] = _mm_unpacklo_epi8(ch[c], zero);
     hi[c] = _mm_unpackhi_epi8(ch[c], zero);
   }
-  for (__m128i* w : {lo, hi}) {
+  __m128i* const halves[2] = {lo, hi};
+  for (__m128i* w : halves) {
     const __m128i mean = _mm_mulhrs_epi16(_mm_add_epi16(_mm_add_epi16(w[0], w[1]), w[2]), third);
     for (int c = 0; c < 3; ++c) {
       const __m128i r = _mm_mulhrs_epi16(_mm_sub_epi16(w[c], mean), multiplier);

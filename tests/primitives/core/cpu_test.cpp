@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <cstring>
 
 #include "framekit/framekit.h"
@@ -216,6 +217,23 @@ TEST(Dispatch, BuilderGivesEachClassTheBestLevelItGuarantees) {
     EXPECT_EQ(sparse[c](0), want_sparse[c]) << c;
     EXPECT_EQ(dense[c](0), want_dense[c]) << c;
   }
+}
+
+}  // namespace
+}  // namespace framekit::prim
+
+namespace framekit::prim {
+namespace {
+
+// Under an emulated processor (the test command runs the suite under qemu with CPU models of
+// known classes) Init must choose the class the model stands for.
+TEST(Dispatch, InitChoosesTheExpectedClassUnderEmulation) {
+  const char* expected = std::getenv("FRAMEKIT_EXPECT_CLASS");
+  if (expected == nullptr) return;
+  const int32_t before = ClassIndex();
+  Init();
+  EXPECT_EQ(ClassIndex(), std::atoi(expected));
+  SetClassIndexForTesting(before);
 }
 
 }  // namespace
