@@ -23,6 +23,9 @@ static inline Status CheckBand(const void* p, Size roi, int32_t channel) {
 namespace ref {
 BandC3Sig BandThresholdC3;
 }
+namespace sse2 {
+BandC3Sig BandThresholdC3;
+}
 namespace avx2 {
 BandC3Sig BandThresholdC3;
 }

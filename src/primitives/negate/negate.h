@@ -18,6 +18,9 @@ using NegateC3Fn = NegateC3Sig*;
 namespace ref {
 NegateC3Sig NegateC3IntoCopy;
 }
+namespace sse2 {
+NegateC3Sig NegateC3IntoCopy;
+}
 namespace avx2 {
 NegateC3Sig NegateC3IntoCopy;
 }
