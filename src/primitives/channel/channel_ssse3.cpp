@@ -10,6 +10,7 @@
 
 #include "primitives/channel/channel.h"
 #include "primitives/core/checks.h"
+#include "primitives/core/rows.h"
 
 namespace framekit::prim::ssse3 {
 namespace {
@@ -20,7 +21,6 @@ inline __m128i Load(const uint8_t* p) {
   return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
 }
 inline void Store(uint8_t* p, __m128i v) { _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v); }
-inline int64_t RowOffset(int32_t step, int32_t r) { return static_cast<int64_t>(r) * step; }
 
 }  // namespace
 
@@ -29,8 +29,8 @@ Status ippiCopy_8u_AC4C3R(const uint8_t* src, int32_t src_step, uint8_t* dst, in
   if (const Status s = CheckTwo(src, dst, roi); s != ippStsNoErr) return s;
   const __m128i pick = _mm_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1);
   for (int32_t r = 0; r < roi.height; ++r) {
-    const uint8_t* s = src + RowOffset(src_step, r);
-    uint8_t* d = dst + RowOffset(dst_step, r);
+    const uint8_t* s = RowAt(src, src_step, r);
+    uint8_t* d = RowAt(dst, dst_step, r);
     int32_t x = 0;
     for (; x + kWide <= roi.width; x += 4)
       Store(d + 3 * x, _mm_shuffle_epi8(Load(s + 4 * x), pick));
@@ -49,8 +49,8 @@ Status ippiCopy_8u_C3AC4R(const uint8_t* src, int32_t src_step, uint8_t* dst, in
   const __m128i place = _mm_setr_epi8(0, 1, 2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11, -1);
   const __m128i fourth = _mm_set1_epi32(static_cast<int32_t>(0xFF000000u));
   for (int32_t r = 0; r < roi.height; ++r) {
-    const uint8_t* s = src + RowOffset(src_step, r);
-    uint8_t* d = dst + RowOffset(dst_step, r);
+    const uint8_t* s = RowAt(src, src_step, r);
+    uint8_t* d = RowAt(dst, dst_step, r);
     int32_t x = 0;
     for (; x + kWide <= roi.width; x += 4) {
       const __m128i colour = _mm_shuffle_epi8(Load(s + 3 * x), place);
@@ -75,8 +75,8 @@ Status CopyC3AC4AddC(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t
   __builtin_memcpy(&pattern, value, 4);
   const __m128i add = _mm_set1_epi32(pattern);
   for (int32_t r = 0; r < roi.height; ++r) {
-    const uint8_t* s = src + RowOffset(src_step, r);
-    uint8_t* d = dst + RowOffset(dst_step, r);
+    const uint8_t* s = RowAt(src, src_step, r);
+    uint8_t* d = RowAt(dst, dst_step, r);
     int32_t x = 0;
     for (; x + kWide <= roi.width; x += 4) {
       const __m128i colour = _mm_shuffle_epi8(Load(s + 3 * x), place);
@@ -101,7 +101,7 @@ Status ippiAddC_8u_C4IRSfs(const uint8_t value[4], uint8_t* p, int32_t step, Siz
   __builtin_memcpy(&pattern, value, 4);
   const __m128i add = _mm_set1_epi32(pattern);
   for (int32_t r = 0; r < roi.height; ++r) {
-    uint8_t* d = p + RowOffset(step, r);
+    uint8_t* d = RowAt(p, step, r);
     int32_t x = 0;
     for (; x + 4 <= roi.width; x += 4) Store(d + 4 * x, _mm_adds_epu8(Load(d + 4 * x), add));
     for (int32_t i = 4 * x; i < 4 * roi.width; ++i) {
@@ -121,8 +121,8 @@ Status ippiSwapChannels_8u_C3R(const uint8_t* src, int32_t src_step, uint8_t* ds
   }
   const __m128i shuffle = _mm_load_si128(reinterpret_cast<const __m128i*>(mask));
   for (int32_t r = 0; r < roi.height; ++r) {
-    const uint8_t* s = src + RowOffset(src_step, r);
-    uint8_t* d = dst + RowOffset(dst_step, r);
+    const uint8_t* s = RowAt(src, src_step, r);
+    uint8_t* d = RowAt(dst, dst_step, r);
     int32_t x = 0;
     for (; x + kWide <= roi.width; x += 4)
       Store(d + 3 * x, _mm_shuffle_epi8(Load(s + 3 * x), shuffle));

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "primitives/core/dispatch.h"
+#include "primitives/core/wrap.h"
 #include "primitives/core/types.h"
 
 namespace framekit::prim {
@@ -34,6 +35,13 @@ static inline void GrayWeights(const float* weights, int32_t out[3]) {
     // Weights far outside 0..1 are not meaningful; keep the conversion defined for them.
     out[i] = (w > -65536.0 && w < 65536.0) ? static_cast<int32_t>(w) : 0;
   }
+}
+
+// One grey byte: the 32-bit sum's bits 15 and up, cut to 8 bits.
+static inline uint8_t GreyOf(const uint8_t* s, const int32_t w[3]) {
+  const int32_t sum = WrapAdd(WrapAdd(WrapMul(w[0], s[0]), WrapMul(w[1], s[1])),
+                              WrapAdd(WrapMul(w[2], s[2]), 16384));
+  return static_cast<uint8_t>(static_cast<uint32_t>(sum) >> 15);
 }
 
 namespace ref {

@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "primitives/core/dispatch.h"
+#include "primitives/core/rows.h"
 #include "primitives/core/types.h"
 
 namespace framekit::prim {

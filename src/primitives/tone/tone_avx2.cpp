@@ -10,6 +10,7 @@
 #include <cstdint>
 
 #include "primitives/core/checks.h"
+#include "primitives/core/rows.h"
 #include "primitives/tone/tone.h"
 #include "primitives/tone/tone_model.h"
 
@@ -47,7 +48,7 @@ void Rows(uint8_t* p, int32_t step, Size roi, VectorOp vector_op, TailOp tail_op
   const int64_t block_bytes = int64_t{roi.width / 16} * 48;
   const int64_t row_bytes = int64_t{roi.width} * 3;
   for (int32_t r = 0; r < roi.height; ++r) {
-    uint8_t* row = p + int64_t{r} * step;
+    uint8_t* row = RowAt(p, step, r);
     for (int64_t i = 0; i < block_bytes; i += 16) {
       __m128i* at = reinterpret_cast<__m128i*>(row + i);
       _mm_storeu_si128(at, vector_op(_mm_loadu_si128(at)));
@@ -195,11 +196,11 @@ void SaturateRowFitted(uint8_t* row, int32_t blocks, const tone::SaturationFit& 
   const __m256i multiplier = _mm256_set1_epi16(fit.multiplier);
   int32_t b = 0;
   for (; b + 2 <= blocks; b += 2) {
-    SaturateBlockPair(row + int64_t{b} * 48, k,
+    SaturateBlockPair(RowAt(row, 48, b), k,
                       [&](__m256i w[3]) { SaturateWordsFitted<kAboveIdentity>(w, multiplier); });
   }
   if (b < blocks) {
-    for (int x = 0; x < 16; ++x) tone::SaturationFitPixel(row + int64_t{b} * 48 + 3 * x, fit);
+    for (int x = 0; x < 16; ++x) tone::SaturationFitPixel(RowAt(row, 48, b) + 3 * x, fit);
   }
 }
 
@@ -261,7 +262,7 @@ Status SaturationBlocks(uint8_t* p, int32_t step, Size roi, uint32_t s) {
   tone::SaturationFit fit{};
   const bool fitted = tone::FitSaturation(s, &fit);
   for (int32_t r = 0; r < roi.height; ++r) {
-    uint8_t* row = p + int64_t{r} * step;
+    uint8_t* row = RowAt(p, step, r);
     if (fitted) {
       if (fit.above_identity) {
         SaturateRowFitted<true>(row, blocks, fit, controls);
@@ -271,15 +272,15 @@ Status SaturationBlocks(uint8_t* p, int32_t step, Size roi, uint32_t s) {
     } else if (s <= (1u << 24)) {
       int32_t b = 0;
       for (; b + 2 <= blocks; b += 2) {
-        SaturateBlockPair(row + int64_t{b} * 48, controls,
+        SaturateBlockPair(RowAt(row, 48, b), controls,
                           [&](__m256i w[3]) { SaturateWords(w, scale); });
       }
-      if (b < blocks) SaturateBlockNarrow(row + int64_t{b} * 48, scale);
+      if (b < blocks) SaturateBlockNarrow(RowAt(row, 48, b), scale);
     } else {
-      for (int32_t b = 0; b < blocks; ++b) SaturateBlockWide(row + int64_t{b} * 48, scale);
+      for (int32_t b = 0; b < blocks; ++b) SaturateBlockWide(RowAt(row, 48, b), scale);
     }
     for (int32_t x = blocks * 16; x < roi.width; ++x) {
-      tone::SaturationTruncPixel(row + int64_t{x} * 3, s);
+      tone::SaturationTruncPixel(RowAt(row, 3, x), s);
     }
   }
   return ippStsNoErr;

@@ -9,6 +9,7 @@
 #include <cstdint>
 
 #include "primitives/core/checks.h"
+#include "primitives/core/rows.h"
 #include "primitives/tone/tone.h"
 #include "primitives/tone/tone_model.h"
 
@@ -41,7 +42,7 @@ void Rows(uint8_t* p, int32_t step, Size roi, VectorOp vector_op, TailOp tail_op
   const int64_t block_bytes = int64_t{roi.width / 16} * 48;
   const int64_t row_bytes = int64_t{roi.width} * 3;
   for (int32_t r = 0; r < roi.height; ++r) {
-    uint8_t* row = p + int64_t{r} * step;
+    uint8_t* row = RowAt(p, step, r);
     for (int64_t i = 0; i < block_bytes; i += 16) {
       __m128i* at = reinterpret_cast<__m128i*>(row + i);
       _mm_storeu_si128(at, vector_op(_mm_loadu_si128(at)));

@@ -10,6 +10,7 @@
 #include <cstdint>
 
 #include "primitives/core/checks.h"
+#include "primitives/core/rows.h"
 #include "primitives/tone/tone.h"
 #include "primitives/tone/tone_model.h"
 
@@ -89,9 +90,9 @@ Status SaturationBlocks(uint8_t* p, int32_t step, Size roi, uint32_t s) {
   const bool fitted = tone::FitSaturation(s, &fit);
   const __m128i multiplier = _mm_set1_epi16(fit.multiplier);
   for (int32_t r = 0; r < roi.height; ++r) {
-    uint8_t* row = p + int64_t{r} * step;
+    uint8_t* row = RowAt(p, step, r);
     for (int32_t b = 0; b < blocks; ++b) {
-      uint8_t* px = row + int64_t{b} * 48;
+      uint8_t* px = RowAt(row, 48, b);
       if (!fitted) {
         SaturateBlock(px, scale);
       } else if (fit.above_identity) {
@@ -101,7 +102,7 @@ Status SaturationBlocks(uint8_t* p, int32_t step, Size roi, uint32_t s) {
       }
     }
     for (int32_t x = blocks * 16; x < roi.width; ++x) {
-      tone::SaturationTruncPixel(row + int64_t{x} * 3, s);
+      tone::SaturationTruncPixel(RowAt(row, 3, x), s);
     }
   }
   return ippStsNoErr;
