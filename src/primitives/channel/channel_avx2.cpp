@@ -90,11 +90,7 @@ Status ippiCopy_8u_AC4C3R(const uint8_t* src, int32_t src_step, uint8_t* dst, in
       const __m256i packed = _mm256_shuffle_epi8(Load(s + 4 * x), pick);
       Store(d + 3 * x, JoinC3(packed, packed));
     }
-    for (; x < roi.width; ++x) {
-      d[3 * x] = s[4 * x];
-      d[3 * x + 1] = s[4 * x + 1];
-      d[3 * x + 2] = s[4 * x + 2];
-    }
+    CopyC4ToC3(s, d, x, roi.width);
   }
   return ippStsNoErr;
 }
@@ -119,11 +115,7 @@ Status ippiCopy_8u_C3AC4R(const uint8_t* src, int32_t src_step, uint8_t* dst, in
       const __m256i colour = _mm256_shuffle_epi8(LoadC3x8(s + 3 * x), place);
       Store(d + 4 * x, _mm256_or_si256(colour, _mm256_and_si256(Load(d + 4 * x), fourth)));
     }
-    for (; x < roi.width; ++x) {
-      d[4 * x] = s[3 * x];
-      d[4 * x + 1] = s[3 * x + 1];
-      d[4 * x + 2] = s[3 * x + 2];
-    }
+    CopyC3ToC4(s, d, x, roi.width);
   }
   return ippStsNoErr;
 }
@@ -154,12 +146,7 @@ Status CopyC3AC4AddC(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t
       const __m256i kept = _mm256_and_si256(Load(d + 4 * x), fourth);
       Store(d + 4 * x, _mm256_adds_epu8(_mm256_or_si256(colour, kept), add));
     }
-    for (; x < roi.width; ++x) {
-      const int32_t sums[4] = {s[3 * x] + value[0], s[3 * x + 1] + value[1],
-                               s[3 * x + 2] + value[2], d[4 * x + 3] + value[3]};
-      for (int c = 0; c < 4; ++c)
-        d[4 * x + c] = static_cast<uint8_t>(sums[c] > 255 ? 255 : sums[c]);
-    }
+    CopyAddPixels(s, d, value, x, roi.width);
   }
   return ippStsNoErr;
 }
@@ -175,10 +162,7 @@ Status ippiAddC_8u_C4IRSfs(const uint8_t value[4], uint8_t* p, int32_t step, Siz
     uint8_t* d = RowAt(p, step, r);
     int32_t x = 0;
     for (; x + 8 <= roi.width; x += 8) Store(d + 4 * x, _mm256_adds_epu8(Load(d + 4 * x), add));
-    for (int32_t i = 4 * x; i < 4 * roi.width; ++i) {
-      const int32_t sum = d[i] + value[i & 3];
-      d[i] = static_cast<uint8_t>(sum > 255 ? 255 : sum);
-    }
+    AddCPixels(value, d, x, roi.width);
   }
   return ippStsNoErr;
 }
@@ -210,12 +194,7 @@ Status ippiSwapChannels_8u_C3R(const uint8_t* src, int32_t src_step, uint8_t* ds
       _mm_storeu_si128(reinterpret_cast<__m128i*>(d + 3 * x + 12),
                        _mm256_extracti128_si256(out, 1));
     }
-    for (; x < roi.width; ++x) {
-      const uint8_t px[3] = {s[3 * x], s[3 * x + 1], s[3 * x + 2]};
-      d[3 * x] = px[order[0]];
-      d[3 * x + 1] = px[order[1]];
-      d[3 * x + 2] = px[order[2]];
-    }
+    SwapPixels(s, d, order, x, roi.width);
   }
   return ippStsNoErr;
 }
