@@ -80,9 +80,9 @@ Status ippiColorToGray_8u_C3C1R(const uint8_t* src, int32_t src_step, uint8_t* d
     const uint8_t* s = RowAt(src, src_step, r);
     uint8_t* d = RowAt(dst, dst_step, r);
     for (int32_t x = 0; x < vector_pixels; x += 16) {
-      GreyRow16(RowAt(s, 3, x), d + x, bg_weights, r_weights);
+      GreyRow16(s + int64_t{x} * 3, d + x, bg_weights, r_weights);
     }
-    for (int32_t x = vector_pixels; x < roi.width; ++x) d[x] = GreyOf(RowAt(s, 3, x), w);
+    for (int32_t x = vector_pixels; x < roi.width; ++x) d[x] = GreyOf(s + int64_t{x} * 3, w);
   }
   return ippStsNoErr;
 }
@@ -97,13 +97,13 @@ Status ippiDup_8u_C1C3R(const uint8_t* src, int32_t src_step, uint8_t* dst, int3
     uint8_t* d = RowAt(dst, dst_step, r);
     for (int32_t x = 0; x < vector_pixels; x += 16) {
       const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + x));
-      uint8_t* out = RowAt(d, 3, x);
+      uint8_t* out = d + int64_t{x} * 3;
       for (int o = 0; o < 3; ++o) {
         _mm_storeu_si128(reinterpret_cast<__m128i*>(out + 16 * o), _mm_shuffle_epi8(v, control[o]));
       }
     }
     for (int32_t x = vector_pixels; x < roi.width; ++x) {
-      uint8_t* out = RowAt(d, 3, x);
+      uint8_t* out = d + int64_t{x} * 3;
       out[0] = out[1] = out[2] = s[x];
     }
   }

@@ -78,12 +78,12 @@ Status SaturationBlocks(uint8_t* p, int32_t step, Size roi, uint32_t s) {
   for (int32_t r = 0; r < roi.height; ++r) {
     uint8_t* row = RowAt(p, step, r);
     for (int32_t x = 0; x < blocks; ++x) {
-      uint8_t* px = RowAt(row, 3, x);
+      uint8_t* px = row + int64_t{x} * 3;
       const int32_t m = mean[px[0] + px[1] + px[2]];  // 0..255
       for (int c = 0; c < 3; ++c) px[c] = tone::ClampByte(WrapAdd(m, scaled[px[c] - m + 255]));
     }
     for (int32_t x = blocks; x < roi.width; ++x) {
-      tone::SaturationTruncPixel(RowAt(row, 3, x), s);
+      tone::SaturationTruncPixel(row + int64_t{x} * 3, s);
     }
   }
   return ippStsNoErr;

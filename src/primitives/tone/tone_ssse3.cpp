@@ -17,27 +17,9 @@
 namespace framekit::prim::ssse3 {
 
 #include "primitives/tone/saturation_shuffles.h"
+#include "primitives/tone/tone_blocks.h"
 
 namespace {
-
-struct Quad {
-  __m128i v[4];
-};
-
-inline Quad Widen(__m128i x) {
-  const __m128i zero = _mm_setzero_si128();
-  const __m128i lo = _mm_unpacklo_epi8(x, zero), hi = _mm_unpackhi_epi8(x, zero);
-  return {{_mm_unpacklo_epi16(lo, zero), _mm_unpackhi_epi16(lo, zero), _mm_unpacklo_epi16(hi, zero),
-           _mm_unpackhi_epi16(hi, zero)}};
-}
-
-inline __m128i Narrow(const Quad& q) {
-  return _mm_packus_epi16(_mm_packs_epi32(q.v[0], q.v[1]), _mm_packs_epi32(q.v[2], q.v[3]));
-}
-
-inline __m128i Scaled(__m128i lanes, __m128 scale) {
-  return _mm_cvtps_epi32(_mm_mul_ps(_mm_cvtepi32_ps(lanes), scale));
-}
 
 void SaturateBlock(uint8_t* px, __m128 scale) {
   const __m128 third = _mm_set1_ps(0.33333334f);
@@ -92,7 +74,7 @@ Status SaturationBlocks(uint8_t* p, int32_t step, Size roi, uint32_t s) {
   for (int32_t r = 0; r < roi.height; ++r) {
     uint8_t* row = RowAt(p, step, r);
     for (int32_t b = 0; b < blocks; ++b) {
-      uint8_t* px = RowAt(row, 48, b);
+      uint8_t* px = row + int64_t{b} * 48;
       if (!fitted) {
         SaturateBlock(px, scale);
       } else if (fit.above_identity) {
@@ -102,7 +84,7 @@ Status SaturationBlocks(uint8_t* p, int32_t step, Size roi, uint32_t s) {
       }
     }
     for (int32_t x = blocks * 16; x < roi.width; ++x) {
-      tone::SaturationTruncPixel(RowAt(row, 3, x), s);
+      tone::SaturationTruncPixel(row + int64_t{x} * 3, s);
     }
   }
   return ippStsNoErr;
