@@ -195,13 +195,6 @@ std::string GuardedImage::Locate(size_t index, int bytes_per_pixel) const {
          region;
 }
 
-std::optional<size_t> GuardedImage::FirstDamagedPadding() const {
-  for (size_t i = 0; i < region_size_; ++i) {
-    if (region_[i] != SentinelAt(i) && !IsPixel(i)) return i;
-  }
-  return std::nullopt;
-}
-
 // Fault notes. The handler only reads a thread-local pointer and writes to stderr; afterwards
 // the previous handler takes over (POSIX: it is put back and the faulting instruction re-runs;
 // Windows: the search continues), so sanitizers and debuggers still see the fault.

@@ -79,8 +79,6 @@ class GuardedImage {
   // Where a byte of bytes() lies in image terms: "row 2 pixel 5 byte 1 (byte 4000 of the
   // region)", "row 2, 3 bytes past its pixels (padding) (...)", "4 bytes before the lowest row".
   std::string Locate(size_t index, int bytes_per_pixel = 1) const;
-  // The first non-pixel byte that no longer holds its sentinel.
-  std::optional<size_t> FirstDamagedPadding() const;
 
  private:
   void Release();
