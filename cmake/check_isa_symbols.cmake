@@ -8,8 +8,9 @@
 # functions of its own namespace framekit::prim::<isa>; everything else must be local.
 #
 #   cmake -DNM=<nm> -DOBJECT_LIST=<file naming one object a line> -P check_isa_symbols.cmake
-# Objects whose source is not per-ISA are skipped. (MinGW's .refptr.* entries are comdat data
-# holding an address, not code, and are allowed.)
+# Objects whose source is not per-ISA are skipped. Two kinds of shared data that hold an address
+# and no code are allowed: MinGW's .refptr.* entries and the unwinder's DW.ref.* pointer to the
+# C++ runtime's personality routine (instrumented builds emit it for cleanups).
 file(STRINGS "${OBJECT_LIST}" OBJECTS)
 set(isas sse2 ssse3 sse41 avx avx2)
 set(problems "")
@@ -38,10 +39,12 @@ foreach(object IN LISTS OBJECTS)
     endif()
     set(type "${CMAKE_MATCH_1}")
     set(symbol "${CMAKE_MATCH_2}")
+    if(symbol MATCHES "^(\\.refptr\\.|DW\\.ref\\.)")
+      continue()
+    endif()
     if(type MATCHES "^[WwVvuiI]$")
       string(APPEND problems "\n  ${name}: weak or unique symbol (${type}) ${symbol}")
-    elseif(type MATCHES "^[A-Z]$" AND NOT symbol MATCHES "^framekit::prim::${isa}::"
-           AND NOT symbol MATCHES "^\\.refptr\\.")
+    elseif(type MATCHES "^[A-Z]$" AND NOT symbol MATCHES "^framekit::prim::${isa}::")
       string(APPEND problems "\n  ${name}: global symbol (${type}) ${symbol}")
     endif()
   endforeach()
