@@ -168,20 +168,24 @@ static_assert(SplitBgr::kPairBias + BgrToYuv::kPairOffset == (1 << 25));
 // 4:2:2 to BGR, pixels [from, width) of a row, from even; an odd last pixel takes Y and U from
 // the two bytes after the last group and V from that group.
 static inline void Row422ToBgr(const uint8_t* s, uint8_t* d, int32_t from, int32_t width) {
+  s += 2 * from;
+  d += 3 * from;
   int32_t x = from;
-  for (; x + 2 <= width; x += 2) {
-    const uint8_t* g = s + 2 * x;
-    YuvToBgr422(g[0], g[1] - 128, g[3] - 128, d + 3 * x);
-    YuvToBgr422(g[2], g[1] - 128, g[3] - 128, d + 3 * x + 3);
+  for (; x + 2 <= width; x += 2, s += 4, d += 6) {
+    const int32_t u = s[1] - 128, v = s[3] - 128;
+    YuvToBgr422(s[0], u, v, d);
+    YuvToBgr422(s[2], u, v, d + 3);
   }
-  if (x < width) YuvToBgr422(s[2 * x], s[2 * x + 1] - 128, s[2 * x - 1] - 128, d + 3 * x);
+  if (x < width) YuvToBgr422(s[0], s[1] - 128, s[-1] - 128, d);
 }
 
 // BGR to 4:2:2, pixels [from, width) of a row, from even.
 static inline void RowBgrTo422(const uint8_t* s, uint8_t* d, int32_t from, int32_t width) {
+  s += 3 * from;
+  d += 2 * from;
   int32_t x = from;
-  for (; x + 2 <= width; x += 2) BgrPairTo422(s + 3 * x, d + 2 * x);
-  if (x < width) BgrLastTo422(s + 3 * x, d + 2 * x);
+  for (; x + 2 <= width; x += 2, s += 6, d += 4) BgrPairTo422(s, d);
+  if (x < width) BgrLastTo422(s, d);
 }
 
 // One output row pair of a 4:2:0 frame: two luma rows and one row of each chroma plane.
