@@ -10,7 +10,6 @@
 #include "bench_frames.h"
 #include "framekit/framekit.h"
 #include "primitives/core/dispatch.h"
-#include "primitives/tone/tone.h"
 
 namespace framekit::bench {
 namespace {
@@ -55,28 +54,6 @@ void RegisterOpenCv() {
   }
 }
 
-// The fast-path kernels per class over a whole frame as one row, as the effects call them.
-template <typename Fn, typename Arg>
-void RegisterBlocks(const char* name, const prim::Table<Fn>& table, Arg arg) {
-  for (int cls = 0; cls <= prim::DetectedClass(); ++cls) {
-    if (cls > 0 && table[static_cast<size_t>(cls)] == table[static_cast<size_t>(cls - 1)]) continue;
-    const Fn fn = table[static_cast<size_t>(cls)];
-    for (const FrameSize fs : kExportSizes) {
-      const std::string bench_name =
-          Join("prim/", name, "/cls", std::to_string(cls), "/", SizeName(fs));
-      benchmark::RegisterBenchmark(bench_name.c_str(), [=](benchmark::State& state) {
-        const Buffer frame(FrameBytes(fs));
-        const int32_t n = fs.width * fs.height;
-        for (auto _ : state) {
-          benchmark::DoNotOptimize(fn(frame.get(), 3 * n, {n, 1}, arg));
-          benchmark::ClobberMemory();
-        }
-        SetFrameCounters(state, fs, 3);
-      });
-    }
-  }
-}
-
 }  // namespace
 
 void RegisterEffectBenchmarks() {
@@ -115,9 +92,6 @@ void RegisterEffectBenchmarks() {
   RegisterEffect("EffectSolorize",
                  [](uint8_t* f, int32_t w, int32_t h, uint8_t*) { EffectSolorize(f, w, h, 128); });
   RegisterOpenCv();
-  RegisterBlocks("LightnessBlocks", prim::kLightnessBlocksTable, int32_t{16});
-  RegisterBlocks("ContrastBlocks", prim::kContrastBlocksTable, int32_t{20});
-  RegisterBlocks("SaturationBlocks", prim::kSaturationBlocksTable, uint32_t{300});
 }
 
 }  // namespace framekit::bench

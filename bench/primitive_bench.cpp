@@ -1,143 +1,72 @@
-// Each primitive table, entry by entry for the classes this machine runs. Classes that share a
-// body are timed once and named by their range ("cls2-5").
+// Every primitive table, body by body for the classes this machine runs, from the variant
+// harness's own subjects: the calls timed are the calls the harness tests (same drivers, same
+// argument mapping), on frames laid out as a host passes them. Classes that share a body are
+// timed once and named by their range ("cls2-5"). In-place work gets its input back every few
+// calls, outside the timing, so no run times a frame that has converged to one colour.
 #include <string>
+#include <vector>
 
 #include "bench_frames.h"
-#include "primitives/colour/colour.h"
-#include "primitives/copy/copy.h"
 #include "primitives/core/dispatch.h"
-#include "primitives/mirror/mirror.h"
-#include "primitives/set/set.h"
+#include "primitives/variants/harness.h"
 
 namespace framekit::bench {
 namespace {
 
-using prim::Size;
+constexpr int kRefreshEvery = 8;
 
-// Calls f(entry, "clsA" or "clsA-B") once per distinct body among the runnable classes.
-template <typename Fn, typename F>
-void ForEachBody(const prim::Table<Fn>& table, F f) {
+bool InPlace(const test::PrimitiveShape& shape) {
+  for (const test::ImageArg& image : shape.images) {
+    if (image.access == test::Access::kReadWrite) return true;
+  }
+  return !shape.in_place.empty();
+}
+
+void RegisterSubject(const test::VariantSubject& s) {
   const int top = prim::DetectedClass();
-  for (int c = 0; c <= top;) {
-    int last = c;
-    while (last + 1 <= top && table[last + 1] == table[c]) ++last;
-    std::string label = Join("cls", std::to_string(c));
-    if (last != c) label = Join(label, "-", std::to_string(last));
-    f(table[c], label);
-    c = last + 1;
-  }
-}
-
-void RegisterMirrorIR(const char* name, const prim::Table<prim::MirrorIRFn>& table, int bpp) {
-  for (int32_t axis = 0; axis <= 2; ++axis) {
-    ForEachBody(table, [&](prim::MirrorIRFn fn, const std::string& cls) {
+  const std::vector<int> classes = test::DistinctClasses(s, top);
+  const bool in_place = InPlace(s.shape);
+  const int bpp = s.shape.images.front().bytes_per_pixel;
+  for (const int32_t axis : test::BenchAxes(s.shape)) {
+    const std::string axis_part =
+        s.shape.axes.empty() ? "" : Join("axis", std::to_string(axis), "/");
+    for (size_t k = 0; k < classes.size(); ++k) {
+      const int cls = classes[k];
+      const int last = k + 1 < classes.size() ? classes[k + 1] - 1 : top;
+      std::string label = Join("cls", std::to_string(cls));
+      if (last != cls) label = Join(label, "-", std::to_string(last));
       for (const FrameSize fs : kPrimitiveSizes) {
-        const std::string bench_name =
-            Join("prim/", name, "/axis", std::to_string(axis), "/", cls, "/", SizeName(fs));
-        benchmark::RegisterBenchmark(bench_name.c_str(), [=](benchmark::State& state) {
-          const int32_t step = Stride4(fs.width * bpp);
-          const Buffer frame(static_cast<size_t>(step) * static_cast<size_t>(fs.height));
-          for (auto _ : state) {
-            benchmark::DoNotOptimize(fn(frame.get(), step, {fs.width, fs.height}, axis));
-            benchmark::ClobberMemory();
-          }
-          SetFrameCounters(state, fs, bpp);
-        });
+        const std::string name = Join("prim/", s.name, "/", axis_part, label, "/", SizeName(fs));
+        benchmark::RegisterBenchmark(name.c_str(),
+                                     [&s, cls, fs, axis, in_place, bpp](benchmark::State& state) {
+                                       test::BenchCall call(s, {fs.width, fs.height}, axis);
+                                       int calls = 0;
+                                       for (auto _ : state) {
+                                         if (in_place && ++calls % kRefreshEvery == 0) {
+                                           state.PauseTiming();
+                                           call.Refresh();
+                                           state.ResumeTiming();
+                                         }
+                                         benchmark::DoNotOptimize(s.call_class(cls, call.args()));
+                                         benchmark::ClobberMemory();
+                                       }
+                                       SetFrameCounters(state, fs, bpp);
+                                     });
       }
-    });
-  }
-}
-
-// Two-buffer primitives sharing the copy signature plus the mirror axis.
-template <typename Fn, typename Call>
-void RegisterTwoBuffer(const std::string& name, const prim::Table<Fn>& table, int bpp, Call call) {
-  ForEachBody(table, [&](Fn fn, const std::string& cls) {
-    for (const FrameSize fs : kPrimitiveSizes) {
-      const std::string bench_name = Join("prim/", name, "/", cls, "/", SizeName(fs));
-      benchmark::RegisterBenchmark(bench_name.c_str(), [=](benchmark::State& state) {
-        const int32_t step = Stride4(fs.width * bpp);
-        const size_t bytes = static_cast<size_t>(step) * static_cast<size_t>(fs.height);
-        const Buffer src(bytes);
-        const Buffer dst(bytes);
-        for (auto _ : state) {
-          benchmark::DoNotOptimize(call(fn, src.get(), dst.get(), step, Size{fs.width, fs.height}));
-          benchmark::ClobberMemory();
-        }
-        SetFrameCounters(state, fs, bpp);
-      });
     }
-  });
-}
-
-void RegisterMirrorR(const char* name, const prim::Table<prim::MirrorRFn>& table, int bpp) {
-  for (int32_t axis = 0; axis <= 2; ++axis) {
-    RegisterTwoBuffer(Join(name, "/axis", std::to_string(axis)), table, bpp,
-                      [axis](prim::MirrorRFn fn, const uint8_t* s, uint8_t* d, int32_t step,
-                             Size roi) { return fn(s, step, d, step, roi, axis); });
   }
-}
-
-void RegisterCopy(const char* name, const prim::Table<prim::CopyFn>& table, int bpp) {
-  RegisterTwoBuffer(name, table, bpp,
-                    [](prim::CopyFn fn, const uint8_t* s, uint8_t* d, int32_t step, Size roi) {
-                      return fn(s, step, d, step, roi);
-                    });
-}
-
-void RegisterSet() {
-  ForEachBody(prim::kSetC3RTable, [&](prim::SetC3Fn fn, const std::string& cls) {
-    for (const FrameSize fs : kPrimitiveSizes) {
-      const std::string bench_name = Join("prim/set_C3R/", cls, "/", SizeName(fs));
-      benchmark::RegisterBenchmark(bench_name.c_str(), [=](benchmark::State& state) {
-        const int32_t step = Stride4(fs.width * 3);
-        const Buffer frame(static_cast<size_t>(step) * static_cast<size_t>(fs.height));
-        const uint8_t value[3] = {0x33, 0x22, 0x11};
-        for (auto _ : state) {
-          benchmark::DoNotOptimize(fn(value, frame.get(), step, {fs.width, fs.height}));
-          benchmark::ClobberMemory();
-        }
-        SetFrameCounters(state, fs, 3);
-      });
-    }
-  });
-}
-
-// The colour conversions on buffers of three bytes a pixel (room for every format).
-void RegisterColour() {
-  RegisterTwoBuffer("bgr_to_422", prim::kBGRToYCbCr422Table, 3,
-                    [](prim::PackedConvertFn fn, const uint8_t* s, uint8_t* d, int32_t step,
-                       Size roi) { return fn(s, step, d, 2 * roi.width, roi); });
-  RegisterTwoBuffer("422_to_bgr", prim::kYCbCr422ToBGRTable, 3,
-                    [](prim::PackedConvertFn fn, const uint8_t* s, uint8_t* d, int32_t step,
-                       Size roi) { return fn(s, 2 * roi.width, d, step, roi); });
-  RegisterTwoBuffer("bgr_to_420", prim::kBGRToYUV420Table, 3,
-                    [](prim::PackedToPlanarFn fn, const uint8_t* s, uint8_t* d, int32_t step,
-                       Size roi) {
-                      const int32_t luma = roi.width * roi.height;
-                      uint8_t* const planes[3] = {d, d + luma, d + luma + luma / 4};
-                      const int32_t steps[3] = {roi.width, roi.width / 2, roi.width / 2};
-                      return fn(s, step, planes, steps, roi);
-                    });
 }
 
 }  // namespace
 
 void RegisterPrimitiveBenchmarks() {
-  for (const int bpp : {1, 3, 4}) {
+  for (const int bpp : {1, 2, 3, 4}) {
     for (const FrameSize fs : kPrimitiveSizes) {
       const int64_t pixels = int64_t{fs.width} * fs.height;
       RegisterMemcpy(MemcpyName(fs, bpp), pixels * bpp, pixels);
     }
   }
-  RegisterMirrorIR("mirror_C1IR", prim::kMirrorC1IRTable, 1);
-  RegisterMirrorIR("mirror_C3IR", prim::kMirrorC3IRTable, 3);
-  RegisterMirrorIR("mirror_C4IR", prim::kMirrorC4IRTable, 4);
-  RegisterMirrorR("mirror_C1R", prim::kMirrorC1RTable, 1);
-  RegisterMirrorR("mirror_C4R", prim::kMirrorC4RTable, 4);
-  RegisterCopy("copy_C3R", prim::kCopyC3RTable, 3);
-  RegisterCopy("copy_C4R", prim::kCopyC4RTable, 4);
-  RegisterSet();
-  RegisterColour();
+  for (const test::VariantSubject* s : test::VariantSubjects()) RegisterSubject(*s);
 }
 
 }  // namespace framekit::bench

@@ -1,8 +1,8 @@
 #include "convert/colour.h"
 
-#include "api/strides.h"
 #include "primitives/channel/channel.h"
 #include "primitives/colour/colour.h"
+#include "primitives/core/strides.h"
 #include "primitives/mirror/mirror.h"
 
 namespace framekit::convert {

@@ -2,8 +2,8 @@
 
 #include <cstring>
 
-#include "api/strides.h"
 #include "primitives/copy/copy.h"
+#include "primitives/core/strides.h"
 #include "primitives/mirror/mirror.h"
 #include "primitives/set/set.h"
 

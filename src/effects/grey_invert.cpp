@@ -1,9 +1,9 @@
 // Greyscale and invert: the two effects that go through primitives, at the aligned row stride
 // (rows rounded up to 4 bytes), unlike the packed rows of the other effects. For widths that are
 // not multiples of 4 the two families therefore see different layouts; that is deliberate.
-#include "api/strides.h"
 #include "effects/effects.h"
 #include "primitives/copy/copy.h"
+#include "primitives/core/strides.h"
 #include "primitives/gray/gray.h"
 #include "primitives/negate/negate.h"
 #include "primitives/set/set.h"

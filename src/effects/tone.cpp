@@ -5,8 +5,8 @@
 
 #include <cstddef>
 
-#include "api/strides.h"
 #include "effects/effects.h"
+#include "primitives/core/strides.h"
 #include "primitives/core/wrap.h"
 #include "primitives/tone/tone_model.h"
 

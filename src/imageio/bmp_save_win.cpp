@@ -9,9 +9,9 @@
 #include <cstdlib>
 #include <cwchar>
 
-#include "api/strides.h"
 #include "imageio/bmp_save.h"
 #include "imageio/gdiplus_encoder_win.h"
+#include "primitives/core/strides.h"
 #include "primitives/core/wrap.h"
 
 static_assert(sizeof(wchar_t) == sizeof(char16_t), "Windows file names are 16-bit units");

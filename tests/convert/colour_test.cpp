@@ -7,7 +7,7 @@
 #include <cstring>
 #include <vector>
 
-#include "api/strides.h"
+#include "primitives/core/strides.h"
 #include "framekit/framekit.h"
 #include "support/random_frame.h"
 

@@ -7,7 +7,7 @@
 #include <random>
 #include <vector>
 
-#include "api/strides.h"
+#include "primitives/core/strides.h"
 #include "framekit/framekit.h"
 
 namespace framekit {

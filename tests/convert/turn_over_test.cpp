@@ -9,7 +9,7 @@
 
 #include <vector>
 
-#include "api/strides.h"
+#include "primitives/core/strides.h"
 #include "framekit/framekit.h"
 #include "primitives/colour/colour.h"
 #include "primitives/core/dispatch.h"

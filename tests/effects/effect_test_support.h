@@ -1,5 +1,5 @@
-// Shared pieces of the effect tests: every processor class this machine runs, and independent
-// formulas of the fast path's arithmetic (written from the description, not from the library).
+// Shared pieces of the effect tests: independent formulas of the fast path's arithmetic (written
+// from the description, not from the library).
 #pragma once
 
 #include <gtest/gtest.h>
@@ -11,20 +11,7 @@
 #include <limits>
 #include <string>
 
-#include "primitives/core/dispatch.h"
-
 namespace framekit::test {
-
-// Runs body once per class this machine can run, the class forced; restores the index.
-inline void ForEachClass(const std::function<void(int cls)>& body) {
-  const int32_t before = prim::ClassIndex();
-  for (int cls = 0; cls <= prim::DetectedClass(); ++cls) {
-    SCOPED_TRACE("class " + std::to_string(cls));
-    prim::SetClassIndexForTesting(cls);
-    body(cls);
-  }
-  prim::SetClassIndexForTesting(before);
-}
 
 // The vector conversion: nearest-even, and INT32_MIN for NaN or anything out of range.
 inline int64_t VectorRound(float x) {

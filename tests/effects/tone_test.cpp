@@ -27,17 +27,15 @@ Where Place(int32_t width, size_t byte, size_t pixels) {
 
 void CheckBytewise(const std::string& what, const Effect& effect, const ByteRule& rule) {
   Rng rng("tone/" + what);
-  ForEachClass([&](int) {
-    for (const int32_t w : kWidths) {
-      for (const int32_t h : kHeights) {
-        const std::vector<uint8_t> in = RandomFrame(rng, 3 * w, h);
-        std::vector<uint8_t> want = in, got = in;
-        for (size_t i = 0; i < in.size(); ++i) want[i] = rule(in[i], Place(w, i, in.size() / 3));
-        effect(got.data(), w, h);
-        ASSERT_EQ(got, want) << what << " " << w << "x" << h << " " << SeedNote();
-      }
+  for (const int32_t w : kWidths) {
+    for (const int32_t h : kHeights) {
+      const std::vector<uint8_t> in = RandomFrame(rng, 3 * w, h);
+      std::vector<uint8_t> want = in, got = in;
+      for (size_t i = 0; i < in.size(); ++i) want[i] = rule(in[i], Place(w, i, in.size() / 3));
+      effect(got.data(), w, h);
+      ASSERT_EQ(got, want) << what << " " << w << "x" << h << " " << SeedNote();
     }
-  });
+  }
 }
 
 TEST(Lightness, BothPathsOnRandomFrames) {
@@ -114,21 +112,19 @@ void SaturationExpected(const uint8_t* in, uint8_t* out, uint32_t s, Where at) {
 
 TEST(Saturation, BothPathsOnRandomFrames) {
   Rng rng("tone/saturation");
-  ForEachClass([&](int) {
-    for (const uint32_t s : {0u, 1u, 100u, 254u, 256u, 400u, 1000u}) {
-      for (const int32_t w : kWidths) {
-        const int32_t h = rng.Pick(std::vector<int32_t>{1, 2, 3, 5});
-        const std::vector<uint8_t> in = RandomFrame(rng, 3 * w, h);
-        std::vector<uint8_t> want = in, got = in;
-        const size_t pixels = in.size() / 3;
-        for (size_t i = 0; i < pixels; ++i) {
-          SaturationExpected(&in[3 * i], &want[3 * i], s, Place(w, 3 * i, pixels));
-        }
-        EffectSaturation(got.data(), w, h, s);
-        ASSERT_EQ(got, want) << s << " " << w << "x" << h << " " << SeedNote();
+  for (const uint32_t s : {0u, 1u, 100u, 254u, 256u, 400u, 1000u}) {
+    for (const int32_t w : kWidths) {
+      const int32_t h = rng.Pick(std::vector<int32_t>{1, 2, 3, 5});
+      const std::vector<uint8_t> in = RandomFrame(rng, 3 * w, h);
+      std::vector<uint8_t> want = in, got = in;
+      const size_t pixels = in.size() / 3;
+      for (size_t i = 0; i < pixels; ++i) {
+        SaturationExpected(&in[3 * i], &want[3 * i], s, Place(w, 3 * i, pixels));
       }
+      EffectSaturation(got.data(), w, h, s);
+      ASSERT_EQ(got, want) << s << " " << w << "x" << h << " " << SeedNote();
     }
-  });
+  }
 }
 
 // ---- Worked values and stated behaviours.
@@ -140,14 +136,12 @@ uint8_t LightenOne(uint8_t v, int32_t width, int32_t amount) {
 }
 
 TEST(Lightness, Amount128WorkedValues) {
-  ForEachClass([](int) {
-    EXPECT_EQ(LightenOne(0, 5, 128), 128);  // general: 255 * 128 / 255
-    EXPECT_EQ(LightenOne(0, 4, 128), 128);
-    EXPECT_EQ(LightenOne(1, 5, 128), 128);  // 1 + 254 * 128 / 255 = 1 + 127
-    EXPECT_EQ(LightenOne(1, 4, 128), 128);  // 1 + round(127.498)
-    EXPECT_EQ(LightenOne(2, 5, 128), 128);  // 2 + trunc(126.996)
-    EXPECT_EQ(LightenOne(2, 4, 128), 129);  // 2 + round(126.996): the paths differ by one
-  });
+  EXPECT_EQ(LightenOne(0, 5, 128), 128);  // general: 255 * 128 / 255
+  EXPECT_EQ(LightenOne(0, 4, 128), 128);
+  EXPECT_EQ(LightenOne(1, 5, 128), 128);  // 1 + 254 * 128 / 255 = 1 + 127
+  EXPECT_EQ(LightenOne(1, 4, 128), 128);  // 1 + round(127.498)
+  EXPECT_EQ(LightenOne(2, 5, 128), 128);  // 2 + trunc(126.996)
+  EXPECT_EQ(LightenOne(2, 4, 128), 129);  // 2 + round(126.996): the paths differ by one
 }
 
 TEST(Lightness, ExtremeAmounts) {

@@ -161,6 +161,16 @@ bool GuardedImage::IsPixel(size_t index) const {
   return rel / stride < static_cast<size_t>(layout_.height) && rel % stride < row_bytes;
 }
 
+bool GuardedImage::PixelAt(size_t index, int32_t* row, int32_t* byte) const {
+  if (!IsPixel(index)) return false;
+  const size_t rel = index - first_;
+  const size_t stride = layout_.height == 1 ? rel + 1 : Magnitude(layout_.step);
+  const auto mem_row = static_cast<int32_t>(rel / stride);
+  *row = layout_.step < 0 ? layout_.height - 1 - mem_row : mem_row;
+  *byte = static_cast<int32_t>(rel % stride);
+  return true;
+}
+
 std::string GuardedImage::Locate(size_t index, int bytes_per_pixel) const {
   const std::string region = " (byte " + std::to_string(index) + " of the region)";
   if (index < first_) {
@@ -183,22 +193,6 @@ std::string GuardedImage::Locate(size_t index, int bytes_per_pixel) const {
   const auto bpp = static_cast<size_t>(bytes_per_pixel);
   return place + " pixel " + std::to_string(col / bpp) + " byte " + std::to_string(col % bpp) +
          region;
-}
-
-std::optional<size_t> GuardedImage::FirstDamagedPadding() const {
-  for (size_t i = 0; i < region_size_; ++i) {
-    if (region_[i] != SentinelAt(i) && !IsPixel(i)) return i;
-  }
-  return std::nullopt;
-}
-
-std::optional<size_t> FirstDifference(std::span<const uint8_t> expected,
-                                      std::span<const uint8_t> actual) {
-  if (expected.size() != actual.size()) return std::min(expected.size(), actual.size());
-  if (std::memcmp(expected.data(), actual.data(), expected.size()) == 0) return std::nullopt;
-  size_t i = 0;
-  while (expected[i] == actual[i]) ++i;
-  return i;
 }
 
 // Fault notes. The handler only reads a thread-local pointer and writes to stderr; afterwards

@@ -73,11 +73,12 @@ class GuardedImage {
   void SetReadOnly(bool read_only);
 
   bool IsPixel(size_t index) const;
+  // The row (as the primitive counts them, bottom-up layouts included) and the byte within the
+  // row of a pixel byte; false for any other byte.
+  bool PixelAt(size_t index, int32_t* row, int32_t* byte) const;
   // Where a byte of bytes() lies in image terms: "row 2 pixel 5 byte 1 (byte 4000 of the
   // region)", "row 2, 3 bytes past its pixels (padding) (...)", "4 bytes before the lowest row".
   std::string Locate(size_t index, int bytes_per_pixel = 1) const;
-  // The first non-pixel byte that no longer holds its sentinel.
-  std::optional<size_t> FirstDamagedPadding() const;
 
  private:
   void Release();
@@ -90,10 +91,6 @@ class GuardedImage {
   size_t first_ = 0;  // offset of the lowest row's first pixel in the region
   size_t row0_ = 0;   // offset of row 0's first pixel
 };
-
-// The first index at which two equally long byte ranges differ.
-std::optional<size_t> FirstDifference(std::span<const uint8_t> expected,
-                                      std::span<const uint8_t> actual);
 
 // While one is alive on a thread, a memory fault or illegal instruction on that thread first
 // prints `note` to stderr, so a crash on a guard page names the case that caused it. The fault

@@ -1,7 +1,5 @@
 #include "support/random_frame.h"
 
-#include <gtest/gtest.h>
-
 #include <atomic>
 #include <chrono>
 #include <cstdio>
@@ -42,22 +40,9 @@ uint64_t ChooseSeed() {
   return Mix((uint64_t{device()} << 32) ^ device() ^ clock) >> 11;
 }
 
-// Prints the seed under every failed test that drew random numbers.
-class SeedPrinter : public testing::EmptyTestEventListener {
-  void OnTestEnd(const testing::TestInfo& info) override {
-    if (info.result()->Failed() && g_seed_used.load()) {
-      std::printf("[   SEED   ] %s\n", SeedNote().c_str());
-      std::fflush(stdout);
-    }
-  }
-};
-
-const bool kSeedPrinterInstalled = [] {
-  testing::UnitTest::GetInstance()->listeners().Append(new SeedPrinter);
-  return true;
-}();
-
 }  // namespace
+
+bool SeedUsed() { return g_seed_used.load(); }
 
 uint64_t TestSeed() {
   static const uint64_t seed = ChooseSeed();

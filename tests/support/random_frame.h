@@ -19,6 +19,9 @@ namespace framekit::test {
 // The run's seed (see above).
 uint64_t TestSeed();
 
+// Whether anything has drawn on the seed yet.
+bool SeedUsed();
+
 // "seed 123 (FRAMEKIT_TEST_SEED=123 replays it)", for failure messages.
 std::string SeedNote();
 

@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "primitives/core/dispatch.h"
+#include "primitives/core/rows.h"
 #include "primitives/core/types.h"
 
 namespace framekit::prim {
@@ -20,16 +21,16 @@ static inline Status CheckBand(const void* p, Size roi, int32_t channel) {
   return ippStsNoErr;
 }
 
-#define FK_DECLARE_BAND_VARIANTS(isa) \
-  namespace isa {                     \
-  BandC3Sig BandThresholdC3;          \
-  }
-
-FK_DECLARE_BAND_VARIANTS(ref)
-FK_DECLARE_BAND_VARIANTS(avx2)
-
+namespace ref {
 BandC3Sig BandThresholdC3;
+}
+namespace sse2 {
+BandC3Sig BandThresholdC3;
+}
+namespace avx2 {
+BandC3Sig BandThresholdC3;
+}
 
-extern const Table<BandC3Fn> kBandC3Table;
+FK_PRIMITIVE(BandThresholdC3, BandC3Sig);
 
 }  // namespace framekit::prim

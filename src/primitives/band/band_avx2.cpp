@@ -1,5 +1,5 @@
-// Band threshold, AVX2 level: class 6. The reference's loop with 32-byte vectors: 32 pixels a
-// step, the rest pixel by pixel.
+// Band threshold, AVX2 level: class 6. The vector loop of band_kernel.h with 32-byte vectors:
+// 32 pixels a step, the rest pixel by pixel.
 #include <cstdint>
 #include <cstring>
 

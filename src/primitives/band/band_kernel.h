@@ -25,7 +25,7 @@ Status BandRows(uint8_t* p, int32_t step, Size roi, int32_t channel, uint8_t low
   const auto lo = static_cast<int8_t>(low ^ 0x80), hi = static_cast<int8_t>(high ^ 0x80);
   const int64_t groups = roi.width / kLanes;
   for (int32_t r = 0; r < roi.height; ++r) {
-    uint8_t* row = p + int64_t{r} * step;
+    uint8_t* row = RowAt(p, step, r);
     for (int64_t g = 0; g < groups; ++g) {
       uint8_t* at = row + g * kRowVectors * kLanes;
       for (int k = 0; k < kRowVectors; ++k) {

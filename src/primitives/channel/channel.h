@@ -60,29 +60,62 @@ static inline uint8_t ScaledSum(int32_t sum, int32_t scale) {
   return static_cast<uint8_t>(rounded > 255 ? 255 : rounded);
 }
 
-#define FK_DECLARE_CHANNEL_VARIANTS(isa) \
-  namespace isa {                        \
-  ChannelCopySig ippiCopy_8u_AC4C3R;     \
-  ChannelCopySig ippiCopy_8u_C3AC4R;     \
-  AddCC4Sig ippiAddC_8u_C4IRSfs;         \
-  CopyAddSig CopyC3AC4AddC;              \
-  SwapC3Sig ippiSwapChannels_8u_C3R;     \
+// ---- Pixels [from, to) of a row, one at a time: the reference bodies, and the vector
+// bodies' tails.
+static inline void CopyC4ToC3(const uint8_t* s, uint8_t* d, int32_t from, int32_t to) {
+  for (int32_t x = from; x < to; ++x) {
+    for (int c = 0; c < 3; ++c) d[3 * x + c] = s[4 * x + c];
   }
+}
+static inline void CopyC3ToC4(const uint8_t* s, uint8_t* d, int32_t from, int32_t to) {
+  for (int32_t x = from; x < to; ++x) {
+    for (int c = 0; c < 3; ++c) d[4 * x + c] = s[3 * x + c];
+  }
+}
+static inline uint8_t AddSaturated(int32_t a, int32_t b) {
+  return static_cast<uint8_t>(a + b > 255 ? 255 : a + b);
+}
+// AddC with scale 0.
+static inline void AddCPixels(const uint8_t value[4], uint8_t* d, int32_t from, int32_t to) {
+  for (int32_t i = 4 * from; i < 4 * to; ++i) d[i] = AddSaturated(d[i], value[i & 3]);
+}
+static inline void CopyAddPixels(const uint8_t* s, uint8_t* d, const uint8_t value[4], int32_t from,
+                                 int32_t to) {
+  for (int32_t x = from; x < to; ++x) {
+    for (int c = 0; c < 3; ++c) d[4 * x + c] = AddSaturated(s[3 * x + c], value[c]);
+    d[4 * x + 3] = AddSaturated(d[4 * x + 3], value[3]);
+  }
+}
+// Each pixel is read whole before it is written: src may be dst.
+static inline void SwapPixels(const uint8_t* s, uint8_t* d, const int32_t order[3], int32_t from,
+                              int32_t to) {
+  for (int32_t x = from; x < to; ++x) {
+    const uint8_t px[3] = {s[3 * x], s[3 * x + 1], s[3 * x + 2]};
+    for (int c = 0; c < 3; ++c) d[3 * x + c] = px[order[c]];
+  }
+}
 
-FK_DECLARE_CHANNEL_VARIANTS(ref)
-FK_DECLARE_CHANNEL_VARIANTS(ssse3)
-FK_DECLARE_CHANNEL_VARIANTS(avx2)
+// The reference, SSSE3 and AVX2 levels have all five.
+#define FK_CHANNEL_VARIANTS                              \
+  ChannelCopySig ippiCopy_8u_AC4C3R, ippiCopy_8u_C3AC4R; \
+  AddCC4Sig ippiAddC_8u_C4IRSfs;                         \
+  CopyAddSig CopyC3AC4AddC;                              \
+  SwapC3Sig ippiSwapChannels_8u_C3R
+namespace ref {
+FK_CHANNEL_VARIANTS;
+}
+namespace ssse3 {
+FK_CHANNEL_VARIANTS;
+}
+namespace avx2 {
+FK_CHANNEL_VARIANTS;
+}
+#undef FK_CHANNEL_VARIANTS
 
-ChannelCopySig ippiCopy_8u_AC4C3R;
-ChannelCopySig ippiCopy_8u_C3AC4R;
-AddCC4Sig ippiAddC_8u_C4IRSfs;
-CopyAddSig CopyC3AC4AddC;
-SwapC3Sig ippiSwapChannels_8u_C3R;
-
-extern const Table<ChannelCopyFn> kCopyAC4C3RTable;
-extern const Table<ChannelCopyFn> kCopyC3AC4RTable;
-extern const Table<AddCC4Fn> kAddCC4IRSfsTable;
-extern const Table<CopyAddFn> kCopyC3AC4AddCTable;
-extern const Table<SwapC3Fn> kSwapChannelsC3RTable;
+FK_PRIMITIVE(ippiCopy_8u_AC4C3R, ChannelCopySig);
+FK_PRIMITIVE(ippiCopy_8u_C3AC4R, ChannelCopySig);
+FK_PRIMITIVE(ippiAddC_8u_C4IRSfs, AddCC4Sig);
+FK_PRIMITIVE(CopyC3AC4AddC, CopyAddSig);
+FK_PRIMITIVE(ippiSwapChannels_8u_C3R, SwapC3Sig);
 
 }  // namespace framekit::prim

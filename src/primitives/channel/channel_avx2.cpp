@@ -15,6 +15,7 @@
 
 #include "primitives/channel/channel.h"
 #include "primitives/core/checks.h"
+#include "primitives/core/rows.h"
 
 namespace framekit::prim::avx2 {
 namespace {
@@ -59,8 +60,6 @@ constexpr int32_t kWide = 11;
 // Pixels that must remain for the swap's two 16-byte accesses at bytes 0 and 12 (3 * 10 >= 28).
 constexpr int32_t kSwapReach = 10;
 
-inline int64_t RowOffset(int32_t step, int32_t r) { return static_cast<int64_t>(r) * step; }
-
 }  // namespace
 
 Status ippiCopy_8u_AC4C3R(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_step,
@@ -69,8 +68,8 @@ Status ippiCopy_8u_AC4C3R(const uint8_t* src, int32_t src_step, uint8_t* dst, in
   const __m256i pick = _mm256_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1, 0,
                                         1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1);
   for (int32_t r = 0; r < roi.height; ++r) {
-    const uint8_t* s = src + RowOffset(src_step, r);
-    uint8_t* d = dst + RowOffset(dst_step, r);
+    const uint8_t* s = RowAt(src, src_step, r);
+    uint8_t* d = RowAt(dst, dst_step, r);
     int32_t x = 0;
     // 32 pixels: each load packed to 24 bytes in dwords 0-2 and 4-6, then placed by one dword
     // permute where its bytes fall among three 32-byte stores (a with b, b with c, c with e).
@@ -91,11 +90,7 @@ Status ippiCopy_8u_AC4C3R(const uint8_t* src, int32_t src_step, uint8_t* dst, in
       const __m256i packed = _mm256_shuffle_epi8(Load(s + 4 * x), pick);
       Store(d + 3 * x, JoinC3(packed, packed));
     }
-    for (; x < roi.width; ++x) {
-      d[3 * x] = s[4 * x];
-      d[3 * x + 1] = s[4 * x + 1];
-      d[3 * x + 2] = s[4 * x + 2];
-    }
+    CopyC4ToC3(s, d, x, roi.width);
   }
   return ippStsNoErr;
 }
@@ -107,8 +102,8 @@ Status ippiCopy_8u_C3AC4R(const uint8_t* src, int32_t src_step, uint8_t* dst, in
                                          2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11, -1);
   const __m256i fourth = _mm256_set1_epi32(static_cast<int32_t>(0xFF000000u));
   for (int32_t r = 0; r < roi.height; ++r) {
-    const uint8_t* s = src + RowOffset(src_step, r);
-    uint8_t* d = dst + RowOffset(dst_step, r);
+    const uint8_t* s = RowAt(src, src_step, r);
+    uint8_t* d = RowAt(dst, dst_step, r);
     int32_t x = 0;
     for (; x + 32 <= roi.width; x += 32) {
       uint8_t* out = d + 4 * x;
@@ -120,11 +115,7 @@ Status ippiCopy_8u_C3AC4R(const uint8_t* src, int32_t src_step, uint8_t* dst, in
       const __m256i colour = _mm256_shuffle_epi8(LoadC3x8(s + 3 * x), place);
       Store(d + 4 * x, _mm256_or_si256(colour, _mm256_and_si256(Load(d + 4 * x), fourth)));
     }
-    for (; x < roi.width; ++x) {
-      d[4 * x] = s[3 * x];
-      d[4 * x + 1] = s[3 * x + 1];
-      d[4 * x + 2] = s[3 * x + 2];
-    }
+    CopyC3ToC4(s, d, x, roi.width);
   }
   return ippStsNoErr;
 }
@@ -140,8 +131,8 @@ Status CopyC3AC4AddC(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t
   __builtin_memcpy(&pattern, value, 4);
   const __m256i add = _mm256_set1_epi32(pattern);
   for (int32_t r = 0; r < roi.height; ++r) {
-    const uint8_t* s = src + RowOffset(src_step, r);
-    uint8_t* d = dst + RowOffset(dst_step, r);
+    const uint8_t* s = RowAt(src, src_step, r);
+    uint8_t* d = RowAt(dst, dst_step, r);
     int32_t x = 0;
     for (; x + 32 <= roi.width; x += 32) {
       uint8_t* out = d + 4 * x;
@@ -155,12 +146,7 @@ Status CopyC3AC4AddC(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t
       const __m256i kept = _mm256_and_si256(Load(d + 4 * x), fourth);
       Store(d + 4 * x, _mm256_adds_epu8(_mm256_or_si256(colour, kept), add));
     }
-    for (; x < roi.width; ++x) {
-      const int32_t sums[4] = {s[3 * x] + value[0], s[3 * x + 1] + value[1],
-                               s[3 * x + 2] + value[2], d[4 * x + 3] + value[3]};
-      for (int c = 0; c < 4; ++c)
-        d[4 * x + c] = static_cast<uint8_t>(sums[c] > 255 ? 255 : sums[c]);
-    }
+    CopyAddPixels(s, d, value, x, roi.width);
   }
   return ippStsNoErr;
 }
@@ -173,13 +159,10 @@ Status ippiAddC_8u_C4IRSfs(const uint8_t value[4], uint8_t* p, int32_t step, Siz
   __builtin_memcpy(&pattern, value, 4);
   const __m256i add = _mm256_set1_epi32(pattern);
   for (int32_t r = 0; r < roi.height; ++r) {
-    uint8_t* d = p + RowOffset(step, r);
+    uint8_t* d = RowAt(p, step, r);
     int32_t x = 0;
     for (; x + 8 <= roi.width; x += 8) Store(d + 4 * x, _mm256_adds_epu8(Load(d + 4 * x), add));
-    for (int32_t i = 4 * x; i < 4 * roi.width; ++i) {
-      const int32_t sum = d[i] + value[i & 3];
-      d[i] = static_cast<uint8_t>(sum > 255 ? 255 : sum);
-    }
+    AddCPixels(value, d, x, roi.width);
   }
   return ippStsNoErr;
 }
@@ -196,8 +179,8 @@ Status ippiSwapChannels_8u_C3R(const uint8_t* src, int32_t src_step, uint8_t* ds
   }
   const __m256i shuffle = _mm256_load_si256(reinterpret_cast<const __m256i*>(mask));
   for (int32_t r = 0; r < roi.height; ++r) {
-    const uint8_t* s = src + RowOffset(src_step, r);
-    uint8_t* d = dst + RowOffset(dst_step, r);
+    const uint8_t* s = RowAt(src, src_step, r);
+    uint8_t* d = RowAt(dst, dst_step, r);
     int32_t x = 0;
     // Pixels 0-3 from bytes 0-15 and pixels 4-7 from bytes 12-27, each lane stored where it was
     // loaded: the second store overwrites the first's last 4 bytes with pixel 4, and its own last
@@ -211,12 +194,7 @@ Status ippiSwapChannels_8u_C3R(const uint8_t* src, int32_t src_step, uint8_t* ds
       _mm_storeu_si128(reinterpret_cast<__m128i*>(d + 3 * x + 12),
                        _mm256_extracti128_si256(out, 1));
     }
-    for (; x < roi.width; ++x) {
-      const uint8_t px[3] = {s[3 * x], s[3 * x + 1], s[3 * x + 2]};
-      d[3 * x] = px[order[0]];
-      d[3 * x + 1] = px[order[1]];
-      d[3 * x + 2] = px[order[2]];
-    }
+    SwapPixels(s, d, order, x, roi.width);
   }
   return ippStsNoErr;
 }

@@ -10,6 +10,7 @@
 
 #include "primitives/channel/channel.h"
 #include "primitives/core/checks.h"
+#include "primitives/core/rows.h"
 
 namespace framekit::prim::ssse3 {
 namespace {
@@ -20,7 +21,6 @@ inline __m128i Load(const uint8_t* p) {
   return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
 }
 inline void Store(uint8_t* p, __m128i v) { _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v); }
-inline int64_t RowOffset(int32_t step, int32_t r) { return static_cast<int64_t>(r) * step; }
 
 }  // namespace
 
@@ -29,16 +29,12 @@ Status ippiCopy_8u_AC4C3R(const uint8_t* src, int32_t src_step, uint8_t* dst, in
   if (const Status s = CheckTwo(src, dst, roi); s != ippStsNoErr) return s;
   const __m128i pick = _mm_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1);
   for (int32_t r = 0; r < roi.height; ++r) {
-    const uint8_t* s = src + RowOffset(src_step, r);
-    uint8_t* d = dst + RowOffset(dst_step, r);
+    const uint8_t* s = RowAt(src, src_step, r);
+    uint8_t* d = RowAt(dst, dst_step, r);
     int32_t x = 0;
     for (; x + kWide <= roi.width; x += 4)
       Store(d + 3 * x, _mm_shuffle_epi8(Load(s + 4 * x), pick));
-    for (; x < roi.width; ++x) {
-      d[3 * x] = s[4 * x];
-      d[3 * x + 1] = s[4 * x + 1];
-      d[3 * x + 2] = s[4 * x + 2];
-    }
+    CopyC4ToC3(s, d, x, roi.width);
   }
   return ippStsNoErr;
 }
@@ -49,18 +45,14 @@ Status ippiCopy_8u_C3AC4R(const uint8_t* src, int32_t src_step, uint8_t* dst, in
   const __m128i place = _mm_setr_epi8(0, 1, 2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11, -1);
   const __m128i fourth = _mm_set1_epi32(static_cast<int32_t>(0xFF000000u));
   for (int32_t r = 0; r < roi.height; ++r) {
-    const uint8_t* s = src + RowOffset(src_step, r);
-    uint8_t* d = dst + RowOffset(dst_step, r);
+    const uint8_t* s = RowAt(src, src_step, r);
+    uint8_t* d = RowAt(dst, dst_step, r);
     int32_t x = 0;
     for (; x + kWide <= roi.width; x += 4) {
       const __m128i colour = _mm_shuffle_epi8(Load(s + 3 * x), place);
       Store(d + 4 * x, _mm_or_si128(colour, _mm_and_si128(Load(d + 4 * x), fourth)));
     }
-    for (; x < roi.width; ++x) {
-      d[4 * x] = s[3 * x];
-      d[4 * x + 1] = s[3 * x + 1];
-      d[4 * x + 2] = s[3 * x + 2];
-    }
+    CopyC3ToC4(s, d, x, roi.width);
   }
   return ippStsNoErr;
 }
@@ -75,20 +67,15 @@ Status CopyC3AC4AddC(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t
   __builtin_memcpy(&pattern, value, 4);
   const __m128i add = _mm_set1_epi32(pattern);
   for (int32_t r = 0; r < roi.height; ++r) {
-    const uint8_t* s = src + RowOffset(src_step, r);
-    uint8_t* d = dst + RowOffset(dst_step, r);
+    const uint8_t* s = RowAt(src, src_step, r);
+    uint8_t* d = RowAt(dst, dst_step, r);
     int32_t x = 0;
     for (; x + kWide <= roi.width; x += 4) {
       const __m128i colour = _mm_shuffle_epi8(Load(s + 3 * x), place);
       const __m128i kept = _mm_and_si128(Load(d + 4 * x), fourth);
       Store(d + 4 * x, _mm_adds_epu8(_mm_or_si128(colour, kept), add));
     }
-    for (; x < roi.width; ++x) {
-      const int32_t sums[4] = {s[3 * x] + value[0], s[3 * x + 1] + value[1],
-                               s[3 * x + 2] + value[2], d[4 * x + 3] + value[3]};
-      for (int c = 0; c < 4; ++c)
-        d[4 * x + c] = static_cast<uint8_t>(sums[c] > 255 ? 255 : sums[c]);
-    }
+    CopyAddPixels(s, d, value, x, roi.width);
   }
   return ippStsNoErr;
 }
@@ -101,13 +88,10 @@ Status ippiAddC_8u_C4IRSfs(const uint8_t value[4], uint8_t* p, int32_t step, Siz
   __builtin_memcpy(&pattern, value, 4);
   const __m128i add = _mm_set1_epi32(pattern);
   for (int32_t r = 0; r < roi.height; ++r) {
-    uint8_t* d = p + RowOffset(step, r);
+    uint8_t* d = RowAt(p, step, r);
     int32_t x = 0;
     for (; x + 4 <= roi.width; x += 4) Store(d + 4 * x, _mm_adds_epu8(Load(d + 4 * x), add));
-    for (int32_t i = 4 * x; i < 4 * roi.width; ++i) {
-      const int32_t sum = d[i] + value[i & 3];
-      d[i] = static_cast<uint8_t>(sum > 255 ? 255 : sum);
-    }
+    AddCPixels(value, d, x, roi.width);
   }
   return ippStsNoErr;
 }
@@ -121,17 +105,12 @@ Status ippiSwapChannels_8u_C3R(const uint8_t* src, int32_t src_step, uint8_t* ds
   }
   const __m128i shuffle = _mm_load_si128(reinterpret_cast<const __m128i*>(mask));
   for (int32_t r = 0; r < roi.height; ++r) {
-    const uint8_t* s = src + RowOffset(src_step, r);
-    uint8_t* d = dst + RowOffset(dst_step, r);
+    const uint8_t* s = RowAt(src, src_step, r);
+    uint8_t* d = RowAt(dst, dst_step, r);
     int32_t x = 0;
     for (; x + kWide <= roi.width; x += 4)
       Store(d + 3 * x, _mm_shuffle_epi8(Load(s + 3 * x), shuffle));
-    for (; x < roi.width; ++x) {
-      const uint8_t px[3] = {s[3 * x], s[3 * x + 1], s[3 * x + 2]};
-      d[3 * x] = px[order[0]];
-      d[3 * x + 1] = px[order[1]];
-      d[3 * x + 2] = px[order[2]];
-    }
+    SwapPixels(s, d, order, x, roi.width);
   }
   return ippStsNoErr;
 }

@@ -60,30 +60,27 @@ static inline Status Status420(Size roi) {
   return ((roi.width | roi.height) & 1) != 0 ? ippStsDoubleSize : ippStsNoErr;
 }
 
-#define FK_DECLARE_COLOUR_VARIANTS(isa)        \
-  namespace isa {                              \
-  PackedConvertSig ippiYCbCr422ToBGR_8u_C2C3R; \
-  PackedConvertSig ippiBGRToYCbCr422_8u_C3C2R; \
-  PlanarToPackedSig ippiYUV420ToBGR_8u_P3C3R;  \
-  PackedToPlanarSig ippiBGRToYUV420_8u_C3P3R;  \
-  MirrorToPlanarSig MirrorBGRToYUV420;         \
-  }
+// The reference, SSSE3 and AVX2 levels have all five.
+#define FK_COLOUR_VARIANTS                                                           \
+  PackedConvertSig ippiYCbCr422ToBGR_8u_C2C3R, ippiBGRToYCbCr422_8u_C3C2R;           \
+  PlanarToPackedSig ippiYUV420ToBGR_8u_P3C3R;                                        \
+  PackedToPlanarSig ippiBGRToYUV420_8u_C3P3R;                                        \
+  MirrorToPlanarSig MirrorBGRToYUV420
+namespace ref {
+FK_COLOUR_VARIANTS;
+}
+namespace ssse3 {
+FK_COLOUR_VARIANTS;
+}
+namespace avx2 {
+FK_COLOUR_VARIANTS;
+}
+#undef FK_COLOUR_VARIANTS
 
-FK_DECLARE_COLOUR_VARIANTS(ref)
-FK_DECLARE_COLOUR_VARIANTS(ssse3)
-FK_DECLARE_COLOUR_VARIANTS(avx2)
-
-// Dispatch entries.
-PackedConvertSig ippiYCbCr422ToBGR_8u_C2C3R;
-PackedConvertSig ippiBGRToYCbCr422_8u_C3C2R;
-PlanarToPackedSig ippiYUV420ToBGR_8u_P3C3R;
-PackedToPlanarSig ippiBGRToYUV420_8u_C3P3R;
-MirrorToPlanarSig MirrorBGRToYUV420;
-
-extern const Table<PackedConvertFn> kYCbCr422ToBGRTable;
-extern const Table<PackedConvertFn> kBGRToYCbCr422Table;
-extern const Table<PlanarToPackedFn> kYUV420ToBGRTable;
-extern const Table<PackedToPlanarFn> kBGRToYUV420Table;
-extern const Table<MirrorToPlanarFn> kMirrorBGRToYUV420Table;
+FK_PRIMITIVE(ippiYCbCr422ToBGR_8u_C2C3R, PackedConvertSig);
+FK_PRIMITIVE(ippiBGRToYCbCr422_8u_C3C2R, PackedConvertSig);
+FK_PRIMITIVE(ippiYUV420ToBGR_8u_P3C3R, PlanarToPackedSig);
+FK_PRIMITIVE(ippiBGRToYUV420_8u_C3P3R, PackedToPlanarSig);
+FK_PRIMITIVE(MirrorBGRToYUV420, MirrorToPlanarSig);
 
 }  // namespace framekit::prim

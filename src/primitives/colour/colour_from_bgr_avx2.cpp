@@ -92,13 +92,10 @@ inline Pixels8 Load8(const uint8_t* p) {
           _mm256_shuffle_epi8(raw, Load(Layout<R>::kHi))};
 }
 
-inline __m256i Pairs16(int16_t a, int16_t b) {
-  return _mm256_set1_epi32(static_cast<int32_t>(static_cast<uint16_t>(a)) |
-                           (static_cast<int32_t>(static_cast<uint16_t>(b)) << 16));
-}
-
 struct Weights {
   __m256i lo, hi;
+  Weights(int32_t lo_pair, int32_t hi_pair)
+      : lo(_mm256_set1_epi32(lo_pair)), hi(_mm256_set1_epi32(hi_pair)) {}
 };
 inline __m256i Weigh(const Pixels8& p, const Weights& w) {
   return _mm256_add_epi32(_mm256_madd_epi16(p.lo, w.lo), _mm256_madd_epi16(p.hi, w.hi));
@@ -115,7 +112,7 @@ inline __m256i Interleave16(__m256i a, __m256i b) {
   return _mm256_blend_epi16(_mm256_srli_epi32(a, 16), b, 0xAA);
 }
 
-constexpr int32_t kLumaBias = 1081344;  // 16.5 * 65536: offset 16 and rounding
+constexpr int32_t kLumaBias = BgrToYuv::kLumaBias;
 
 // ---- 4:2:0 ----
 
@@ -123,15 +120,14 @@ constexpr int32_t kLumaBias = 1081344;  // 16.5 * 65536: offset 16 and rounding
 constexpr ByteTable kRunOrder = {{0, 4, 2, 6, 1, 5, 3, 7, 8, 12, 10, 14, 9, 13, 11, 15,
                                   0, 4, 2, 6, 1, 5, 3, 7, 8, 12, 10, 14, 9, 13, 11, 15}};
 
+// The chroma bias rides on the byte-1 word of the (byte 1, byte 2) block sums, which both
+// weights leave out: that word is replaced by kBlockBiasWord (SplitBgr).
 struct Coeffs420 {
-  Weights luma{Pairs16(16843, 16515), Pairs16(16515, 6423)};
-  // The chroma bias rides on the byte-1 word of the (byte 1, byte 2) block sums, which both
-  // weights leave out: that word is replaced by kBlockBiasWord, and 2056 * 16384 is the bias
-  // (128 << 18) + (1 << 17) of BlockChroma.
-  Weights u{Pairs16(-9699, -19071), Pairs16(16384, 28770)};
-  Weights v{Pairs16(28770, -24117), Pairs16(16384, -4653)};
+  Weights luma{SplitBgr::kLuma420Lo, SplitBgr::kLuma420Hi};
+  Weights u{SplitBgr::kU420Lo, SplitBgr::kU420HiBiased};
+  Weights v{SplitBgr::kV420Lo, SplitBgr::kV420HiBiased};
 };
-constexpr int16_t kBlockBiasWord = 2056;
+constexpr int16_t kBlockBiasWord = SplitBgr::kBlockBiasWord;
 
 // Sixteen pixels of two rows, converted but not stored: each row's luma as 16-bit words (lane 0:
 // pixels 0 8 2 10 1 9 3 11, lane 1 the same from pixels 4 and 12), and the 8 blocks' chroma as
@@ -205,47 +201,29 @@ inline void Step32(const uint8_t* s0, const uint8_t* s1, uint8_t* y0, uint8_t* y
   _mm_storeu_si128(reinterpret_cast<__m128i*>(p3), _mm256_extracti128_si256(planar, 1));
 }
 
-void ScalarBlocks420(const uint8_t* s0, const uint8_t* s1, uint8_t* y0, uint8_t* y1, uint8_t* p2,
-                     uint8_t* p3, int32_t blocks) {
-  for (int32_t j = 0; j < blocks; ++j) {
-    const uint8_t* a = s0 + 6 * j;
-    const uint8_t* b = s1 + 6 * j;
-    y0[2 * j] = Luma420(a);
-    y0[2 * j + 1] = Luma420(a + 3);
-    y1[2 * j] = Luma420(b);
-    y1[2 * j + 1] = Luma420(b + 3);
-    const int32_t c0 = a[0] + a[3] + b[0] + b[3];
-    const int32_t c1 = a[1] + a[4] + b[1] + b[4];
-    const int32_t c2 = a[2] + a[5] + b[2] + b[5];
-    p2[j] = BlockU(c0, c1, c2);
-    p3[j] = BlockV(c0, c1, c2);
-  }
-}
-
 // One output row pair: its source rows (upper output row first) and where it goes.
 struct PairJob {
   const uint8_t* s0;
   const uint8_t* s1;
-  uint8_t* y0;
-  uint8_t* y1;
-  uint8_t* p2;
-  uint8_t* p3;
+  Rows420 out;
 };
 
 template <Reach R>
 inline void Step16At(const PairJob& j, int32_t x, const Coeffs420& c) {
-  Step16<R>(j.s0 + 3 * x, j.s1 + 3 * x, j.y0 + x, j.y1 + x, j.p2 + x / 2, j.p3 + x / 2, c);
+  const Rows420& o = j.out;
+  Step16<R>(j.s0 + 3 * x, j.s1 + 3 * x, o.y0 + x, o.y1 + x, o.p2 + x / 2, o.p3 + x / 2, c);
 }
 
-void RowPair420(const PairJob& j, int32_t blocks) {
+void RowPair420(const uint8_t* s0, const uint8_t* s1, const Rows420& out, int32_t blocks) {
+  const PairJob j{s0, s1, out};
   const int32_t n = 2 * blocks;  // pixels converted; an odd last column is not
-  if (n < kStep) return ScalarBlocks420(j.s0, j.s1, j.y0, j.y1, j.p2, j.p3, blocks);
+  if (n < kStep) return BgrBlocksTo420(s0, s1, out, 0, blocks);
   const Coeffs420 c;
   Step16At<Reach::kEdge>(j, 0, c);
   int32_t x = kStep;
   // An inside step reads 4 bytes past its pixels, which the next pixel pair holds.
   for (; x + 2 * kStep + 2 <= n; x += 2 * kStep) {
-    Step32(j.s0 + 3 * x, j.s1 + 3 * x, j.y0 + x, j.y1 + x, j.p2 + x / 2, j.p3 + x / 2, c);
+    Step32(s0 + 3 * x, s1 + 3 * x, out.y0 + x, out.y1 + x, out.p2 + x / 2, out.p3 + x / 2, c);
   }
   if (x + kStep + 2 <= n) {
     Step16At<Reach::kInside>(j, x, c);
@@ -332,16 +310,16 @@ void ConvertAndExchange(const PairJob (&jobs)[kPairs], uint8_t* const (&swap)[kP
       for (const PairJob& j : jobs) Step16At<Reach::kEdge>(j, n - kStep, c);
     }
   } else {
-    for (const PairJob& j : jobs) ScalarBlocks420(j.s0, j.s1, j.y0, j.y1, j.p2, j.p3, n / 2);
+    for (const PairJob& j : jobs) BgrBlocksTo420(j.s0, j.s1, j.out, 0, n / 2);
   }
   for (const auto& rows : swap) ExchangeSpan(rows[0], rows[1], exchanged, row_bytes);
 }
 
 // ---- 4:2:2 ----
 
-// Chroma of a pair: bits 17-24 of its weighted sum plus 16793600 (128 * 2^17 and a bias of
+// Chroma of a pair: bits 17-24 of its weighted sum plus kPairBias (128 * 2^17 and a bias of
 // 2^14), which is the reference's low byte of the unsigned shift for every sum of two pixels.
-constexpr int32_t kPairBias = 16793600;
+constexpr int32_t kPairBias = SplitBgr::kPairBias;
 
 // Per lane: the luma bytes (pixels 0 8 2 10 1 9 3 11) and the chroma bytes (U0 V0 U1 V1 U4 V4
 // U5 V5) to Y0 U0 Y1 V0 Y2 U1 Y3 V1 Y8 U4 ... Y11 V5.
@@ -349,9 +327,9 @@ constexpr ByteTable kYuyvOrder = {{0, 8, 4, 9, 2, 10, 6, 11, 1, 12, 5, 13, 3, 14
                                    0, 8, 4, 9, 2, 10, 6, 11, 1, 12, 5, 13, 3, 14, 7, 15}};
 
 struct Coeffs422 {
-  Weights luma{Pairs16(6423, 16515), Pairs16(16515, 16843)};
-  Weights u{Pairs16(28770, -19071), Pairs16(0, -9699)};
-  Weights v{Pairs16(-4653, -24117), Pairs16(0, 28770)};
+  Weights luma{SplitBgr::kLuma422Lo, SplitBgr::kLuma422Hi};
+  Weights u{SplitBgr::kU422Lo, SplitBgr::kU422Hi};
+  Weights v{SplitBgr::kV422Lo, SplitBgr::kV422Hi};
 };
 
 template <Reach R>
@@ -374,44 +352,25 @@ inline void Step422(const uint8_t* s, uint8_t* d, const Coeffs422& c) {
 
 void Row422(const uint8_t* s, uint8_t* d, int32_t width) {
   const int32_t n = width & ~1;  // pixels in pairs
-  if (n < kStep) {
-    for (int32_t x = 0; x < n; x += 2) BgrPairTo422(s + 3 * x, d + 2 * x);
-  } else {
-    const Coeffs422 c;
-    Step422<Reach::kEdge>(s, d, c);
-    int32_t x = kStep;
-    for (; x + kStep + 2 <= n; x += kStep) Step422<Reach::kInside>(s + 3 * x, d + 2 * x, c);
-    if (x < n) Step422<Reach::kEdge>(s + 3 * (n - kStep), d + 2 * (n - kStep), c);
-  }
-  if (n < width) BgrLastTo422(s + 3 * n, d + 2 * n);
-}
-
-template <typename Byte>
-inline Byte* RowOf(Byte* p, int32_t step, int32_t r) {
-  return p + static_cast<int64_t>(r) * step;
+  if (n < kStep) return RowBgrTo422(s, d, 0, width);
+  const Coeffs422 c;
+  Step422<Reach::kEdge>(s, d, c);
+  int32_t x = kStep;
+  for (; x + kStep + 2 <= n; x += kStep) Step422<Reach::kInside>(s + 3 * x, d + 2 * x, c);
+  if (x < n) Step422<Reach::kEdge>(s + 3 * (n - kStep), d + 2 * (n - kStep), c);
+  RowBgrTo422(s, d, n, width);  // an odd last pixel
 }
 
 }  // namespace
 
 Status ippiBGRToYCbCr422_8u_C3C2R(const uint8_t* src, int32_t src_step, uint8_t* dst,
                                   int32_t dst_step, Size roi) {
-  if (const Status s = Check422(src, dst, roi); s != ippStsNoErr) return s;
-  for (int32_t r = 0; r < roi.height; ++r) {
-    Row422(RowOf(src, src_step, r), RowOf(dst, dst_step, r), roi.width);
-  }
-  return ippStsNoErr;
+  return Convert422(src, src_step, dst, dst_step, roi, Row422);
 }
 
 Status ippiBGRToYUV420_8u_C3P3R(const uint8_t* src, int32_t src_step, uint8_t* const dst[3],
                                 const int32_t dst_step[3], Size roi) {
-  if (const Status s = Check420(dst, dst_step, src, roi); s != ippStsNoErr) return s;
-  for (int32_t i = 0; i < roi.height / 2; ++i) {
-    const PairJob job{RowOf(src, src_step, 2 * i),       RowOf(src, src_step, 2 * i + 1),
-                      RowOf(dst[0], dst_step[0], 2 * i), RowOf(dst[0], dst_step[0], 2 * i + 1),
-                      RowOf(dst[1], dst_step[1], i),     RowOf(dst[2], dst_step[2], i)};
-    RowPair420(job, roi.width / 2);
-  }
-  return Status420(roi);
+  return ConvertBgrTo420(src, src_step, dst, dst_step, roi, RowPair420);
 }
 
 // Even heights with rows that do not overlap: each output row pair is converted together with
@@ -427,15 +386,10 @@ Status MirrorBGRToYUV420(uint8_t* src, int32_t src_step, uint8_t* const dst[3],
   }
   // Output pair k reads source rows height - 1 - 2k (its upper row) and height - 2 - 2k.
   const int32_t pairs = roi.height / 2;
-  auto row = [&](int32_t r) { return RowOf(src, src_step, r); };
+  auto row = [&](int32_t r) { return RowAt(src, src_step, r); };
   auto job = [&](int32_t k) {
     const int32_t upper = roi.height - 1 - 2 * k;
-    return PairJob{row(upper),
-                   row(upper - 1),
-                   RowOf(dst[0], dst_step[0], 2 * k),
-                   RowOf(dst[0], dst_step[0], 2 * k + 1),
-                   RowOf(dst[1], dst_step[1], k),
-                   RowOf(dst[2], dst_step[2], k)};
+    return PairJob{row(upper), row(upper - 1), RowPairOf(dst, dst_step, k)};
   };
   for (int32_t k = 0; k < pairs - 1 - k; ++k) {
     const PairJob jobs[2] = {job(k), job(pairs - 1 - k)};

@@ -19,11 +19,6 @@ namespace {
 constexpr int32_t kStepReach = 10;  // pixels of a 4:2:2 row a step needs (28 bytes read)
 constexpr int32_t kBlockReach = 5;  // 2 x 2 blocks of a 4:2:0 row pair a step needs
 
-inline __m128i Pairs16(int16_t a, int16_t b) {
-  return _mm_set1_epi32(static_cast<int32_t>(static_cast<uint16_t>(a)) |
-                        (static_cast<int32_t>(static_cast<uint16_t>(b)) << 16));
-}
-
 struct Pixels4 {
   __m128i lo;  // (byte 0, byte 1) of each pixel
   __m128i hi;  // (byte 1, byte 2)
@@ -39,6 +34,8 @@ inline Pixels4 Load4(const uint8_t* p) {
 
 struct Weights {
   __m128i lo, hi;
+  Weights(int32_t lo_pair, int32_t hi_pair)
+      : lo(_mm_set1_epi32(lo_pair)), hi(_mm_set1_epi32(hi_pair)) {}
 };
 inline __m128i Weigh(const Pixels4& p, const Weights& w) {
   return _mm_add_epi32(_mm_madd_epi16(p.lo, w.lo), _mm_madd_epi16(p.hi, w.hi));
@@ -65,9 +62,10 @@ inline __m128i PairChroma4(__m128i x) {
 }
 
 void Row422(const uint8_t* s, uint8_t* d, int32_t width) {
-  const Weights luma{Pairs16(6423, 16515), Pairs16(16515, 16843)};
-  const Weights u_w{Pairs16(28770, -19071), Pairs16(0, -9699)};
-  const Weights v_w{Pairs16(-4653, -24117), Pairs16(0, 28770)};
+  using K = SplitBgr;
+  const Weights luma{K::kLuma422Lo, K::kLuma422Hi};
+  const Weights u_w{K::kU422Lo, K::kU422Hi};
+  const Weights v_w{K::kV422Lo, K::kV422Hi};
   int32_t x = 0;
   for (; x + kStepReach <= width; x += 8) {
     const Pixels4 p0 = Load4(s + 3 * x), p1 = Load4(s + 3 * x + 12);
@@ -77,77 +75,47 @@ void Row422(const uint8_t* s, uint8_t* d, int32_t width) {
     const __m128i uv = _mm_unpacklo_epi8(c, _mm_srli_si128(c, 4));  // U0 V0 U1 V1 ...
     _mm_storeu_si128(reinterpret_cast<__m128i*>(d + 2 * x), _mm_unpacklo_epi8(y, uv));
   }
-  for (; x + 2 <= width; x += 2) BgrPairTo422(s + 3 * x, d + 2 * x);
-  if (x < width) BgrLastTo422(s + 3 * x, d + 2 * x);
+  RowBgrTo422(s, d, x, width);
 }
 
 inline __m128i BlockChroma4(__m128i x) {
   return _mm_srai_epi32(_mm_add_epi32(x, _mm_set1_epi32((128 << 18) + (1 << 17))), 18);
 }
 
-void RowPair420(const uint8_t* s0, const uint8_t* s1, uint8_t* y0, uint8_t* y1, uint8_t* p2,
-                uint8_t* p3, int32_t blocks) {
-  const Weights luma{Pairs16(16843, 16515), Pairs16(16515, 6423)};
-  const Weights u_w{Pairs16(-9699, -19071), Pairs16(0, 28770)};
-  const Weights v_w{Pairs16(28770, -24117), Pairs16(0, -4653)};
+void RowPair420(const uint8_t* s0, const uint8_t* s1, const Rows420& out, int32_t blocks) {
+  using K = SplitBgr;
+  const Weights luma{K::kLuma420Lo, K::kLuma420Hi};
+  const Weights u_w{K::kU420Lo, K::kU420Hi};
+  const Weights v_w{K::kV420Lo, K::kV420Hi};
   int32_t j = 0;
   for (; j + kBlockReach <= blocks; j += 4) {
     const Pixels4 a0 = Load4(s0 + 6 * j), a1 = Load4(s0 + 6 * j + 12);
     const Pixels4 b0 = Load4(s1 + 6 * j), b1 = Load4(s1 + 6 * j + 12);
-    _mm_storel_epi64(reinterpret_cast<__m128i*>(y0 + 2 * j),
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(out.y0 + 2 * j),
                      Luma8(Weigh(a0, luma), Weigh(a1, luma)));
-    _mm_storel_epi64(reinterpret_cast<__m128i*>(y1 + 2 * j),
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(out.y1 + 2 * j),
                      Luma8(Weigh(b0, luma), Weigh(b1, luma)));
     const Pixels4 c0{_mm_add_epi16(a0.lo, b0.lo), _mm_add_epi16(a0.hi, b0.hi)};
     const Pixels4 c1{_mm_add_epi16(a1.lo, b1.lo), _mm_add_epi16(a1.hi, b1.hi)};
     const __m128i uv = Chroma4(BlockChroma4(_mm_hadd_epi32(Weigh(c0, u_w), Weigh(c0, v_w))),
                                BlockChroma4(_mm_hadd_epi32(Weigh(c1, u_w), Weigh(c1, v_w))));
     const int32_t u4 = _mm_cvtsi128_si32(uv), v4 = _mm_cvtsi128_si32(_mm_srli_si128(uv, 4));
-    __builtin_memcpy(p2 + j, &u4, 4);
-    __builtin_memcpy(p3 + j, &v4, 4);
+    __builtin_memcpy(out.p2 + j, &u4, 4);
+    __builtin_memcpy(out.p3 + j, &v4, 4);
   }
-  for (; j < blocks; ++j) {
-    const uint8_t* a = s0 + 6 * j;
-    const uint8_t* b = s1 + 6 * j;
-    y0[2 * j] = Luma420(a);
-    y0[2 * j + 1] = Luma420(a + 3);
-    y1[2 * j] = Luma420(b);
-    y1[2 * j + 1] = Luma420(b + 3);
-    const int32_t c0 = a[0] + a[3] + b[0] + b[3];
-    const int32_t c1 = a[1] + a[4] + b[1] + b[4];
-    const int32_t c2 = a[2] + a[5] + b[2] + b[5];
-    p2[j] = BlockU(c0, c1, c2);
-    p3[j] = BlockV(c0, c1, c2);
-  }
-}
-
-inline const uint8_t* RowOf(const uint8_t* p, int32_t step, int32_t r) {
-  return p + static_cast<int64_t>(r) * step;
-}
-inline uint8_t* RowOf(uint8_t* p, int32_t step, int32_t r) {
-  return p + static_cast<int64_t>(r) * step;
+  BgrBlocksTo420(s0, s1, out, j, blocks);
 }
 
 }  // namespace
 
 Status ippiBGRToYCbCr422_8u_C3C2R(const uint8_t* src, int32_t src_step, uint8_t* dst,
                                   int32_t dst_step, Size roi) {
-  if (const Status s = Check422(src, dst, roi); s != ippStsNoErr) return s;
-  for (int32_t r = 0; r < roi.height; ++r) {
-    Row422(RowOf(src, src_step, r), RowOf(dst, dst_step, r), roi.width);
-  }
-  return ippStsNoErr;
+  return Convert422(src, src_step, dst, dst_step, roi, Row422);
 }
 
 Status ippiBGRToYUV420_8u_C3P3R(const uint8_t* src, int32_t src_step, uint8_t* const dst[3],
                                 const int32_t dst_step[3], Size roi) {
-  if (const Status s = Check420(dst, dst_step, src, roi); s != ippStsNoErr) return s;
-  for (int32_t i = 0; i < roi.height / 2; ++i) {
-    RowPair420(RowOf(src, src_step, 2 * i), RowOf(src, src_step, 2 * i + 1),
-               RowOf(dst[0], dst_step[0], 2 * i), RowOf(dst[0], dst_step[0], 2 * i + 1),
-               RowOf(dst[1], dst_step[1], i), RowOf(dst[2], dst_step[2], i), roi.width / 2);
-  }
-  return Status420(roi);
+  return ConvertBgrTo420(src, src_step, dst, dst_step, roi, RowPair420);
 }
 
 // The SSSE3 mirror, then the SSSE3 conversion.

@@ -51,12 +51,8 @@ inline __m256i Doubled(__m256i terms) {
   return _mm256_set_m128i(_mm_unpackhi_epi16(t, t), _mm_unpacklo_epi16(t, t));
 }
 
-inline __m256i Pairs16(int16_t a, int16_t b) {
-  return _mm256_set1_epi32(static_cast<int32_t>(static_cast<uint16_t>(a)) |
-                           (static_cast<int32_t>(static_cast<uint16_t>(b)) << 16));
-}
 inline __m256i Madd(__m256i pairs, int16_t a, int16_t b) {
-  return _mm256_madd_epi16(pairs, Pairs16(a, b));
+  return _mm256_madd_epi16(pairs, _mm256_set1_epi32(PairWord(a, b)));
 }
 
 // The high 16 bits of each 32-bit value of `even` and of `odd`, interleaved: as signed 16-bit
@@ -133,12 +129,7 @@ void Row422(const uint8_t* s, uint8_t* d, int32_t width) {
     const Bgr16 a = Convert422x16(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(s + 2 * x)));
     StoreBgr16(d + 3 * x, a.b, a.g, a.r);
   }
-  for (; x + 2 <= width; x += 2) {
-    const uint8_t* g = s + 2 * x;
-    YuvToBgr422(g[0], g[1] - 128, g[3] - 128, d + 3 * x);
-    YuvToBgr422(g[2], g[1] - 128, g[3] - 128, d + 3 * x + 3);
-  }
-  if (x < width) YuvToBgr422(s[2 * x], s[2 * x + 1] - 128, s[2 * x - 1] - 128, d + 3 * x);
+  Row422ToBgr(s, d, x, width);
 }
 
 // Two rows of 4:2:0 sharing one chroma row. Luma is at full range, so each channel is
@@ -163,42 +154,19 @@ void RowPair420(const uint8_t* y0, const uint8_t* y1, const uint8_t* p2, const u
                  _mm256_add_epi16(luma, c2));
     }
   }
-  for (; j < blocks; ++j) {
-    const int32_t a = p2[j] - 128, b = p3[j] - 128;
-    for (int x = 2 * j; x < 2 * j + 2; ++x) {
-      YuvToBgr420(y0[x], a, b, d0 + 3 * x);
-      YuvToBgr420(y1[x], a, b, d1 + 3 * x);
-    }
-  }
-}
-
-inline const uint8_t* RowOf(const uint8_t* p, int32_t step, int32_t r) {
-  return p + static_cast<int64_t>(r) * step;
-}
-inline uint8_t* RowOf(uint8_t* p, int32_t step, int32_t r) {
-  return p + static_cast<int64_t>(r) * step;
+  Blocks420ToBgr(y0, y1, p2, p3, d0, d1, j, blocks);
 }
 
 }  // namespace
 
 Status ippiYCbCr422ToBGR_8u_C2C3R(const uint8_t* src, int32_t src_step, uint8_t* dst,
                                   int32_t dst_step, Size roi) {
-  if (const Status s = Check422(src, dst, roi); s != ippStsNoErr) return s;
-  for (int32_t r = 0; r < roi.height; ++r) {
-    Row422(RowOf(src, src_step, r), RowOf(dst, dst_step, r), roi.width);
-  }
-  return ippStsNoErr;
+  return Convert422(src, src_step, dst, dst_step, roi, Row422);
 }
 
 Status ippiYUV420ToBGR_8u_P3C3R(const uint8_t* const src[3], const int32_t src_step[3],
                                 uint8_t* dst, int32_t dst_step, Size roi) {
-  if (const Status s = Check420(src, src_step, dst, roi); s != ippStsNoErr) return s;
-  for (int32_t i = 0; i < roi.height / 2; ++i) {
-    RowPair420(RowOf(src[0], src_step[0], 2 * i), RowOf(src[0], src_step[0], 2 * i + 1),
-               RowOf(src[1], src_step[1], i), RowOf(src[2], src_step[2], i),
-               RowOf(dst, dst_step, 2 * i), RowOf(dst, dst_step, 2 * i + 1), roi.width / 2);
-  }
-  return Status420(roi);
+  return Convert420ToBgr(src, src_step, dst, dst_step, roi, RowPair420);
 }
 
 }  // namespace framekit::prim::avx2

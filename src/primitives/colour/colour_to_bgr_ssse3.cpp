@@ -14,12 +14,8 @@
 namespace framekit::prim::ssse3 {
 namespace {
 
-inline __m128i Pairs16(int16_t a, int16_t b) {
-  return _mm_set1_epi32(static_cast<int32_t>(static_cast<uint16_t>(a)) |
-                        (static_cast<int32_t>(static_cast<uint16_t>(b)) << 16));
-}
 inline __m128i Madd(__m128i pairs, int16_t a, int16_t b) {
-  return _mm_madd_epi16(pairs, Pairs16(a, b));
+  return _mm_madd_epi16(pairs, _mm_set1_epi32(PairWord(a, b)));
 }
 inline __m128i Add(__m128i a, int32_t k) { return _mm_add_epi32(a, _mm_set1_epi32(k)); }
 inline __m128i Shift16(__m128i x, int32_t k) { return _mm_srai_epi32(Add(x, k), 16); }
@@ -75,12 +71,7 @@ void Row422(const uint8_t* s, uint8_t* d, int32_t width) {
     const Bgr8 p = Convert422x8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(s + 2 * x)));
     StoreBgr8(d + 3 * x, p.b, p.g, p.r);
   }
-  for (; x + 2 <= width; x += 2) {
-    const uint8_t* g = s + 2 * x;
-    YuvToBgr422(g[0], g[1] - 128, g[3] - 128, d + 3 * x);
-    YuvToBgr422(g[2], g[1] - 128, g[3] - 128, d + 3 * x + 3);
-  }
-  if (x < width) YuvToBgr422(s[2 * x], s[2 * x + 1] - 128, s[2 * x - 1] - 128, d + 3 * x);
+  Row422ToBgr(s, d, x, width);
 }
 
 // Four chroma terms, each shared by two neighbouring pixels: eight int16 in pixel order.
@@ -115,42 +106,19 @@ void RowPair420(const uint8_t* y0, const uint8_t* y1, const uint8_t* p2, const u
                 _mm_add_epi16(luma, c2));
     }
   }
-  for (; j < blocks; ++j) {
-    const int32_t a = p2[j] - 128, b = p3[j] - 128;
-    for (int x = 2 * j; x < 2 * j + 2; ++x) {
-      YuvToBgr420(y0[x], a, b, d0 + 3 * x);
-      YuvToBgr420(y1[x], a, b, d1 + 3 * x);
-    }
-  }
-}
-
-inline const uint8_t* RowOf(const uint8_t* p, int32_t step, int32_t r) {
-  return p + static_cast<int64_t>(r) * step;
-}
-inline uint8_t* RowOf(uint8_t* p, int32_t step, int32_t r) {
-  return p + static_cast<int64_t>(r) * step;
+  Blocks420ToBgr(y0, y1, p2, p3, d0, d1, j, blocks);
 }
 
 }  // namespace
 
 Status ippiYCbCr422ToBGR_8u_C2C3R(const uint8_t* src, int32_t src_step, uint8_t* dst,
                                   int32_t dst_step, Size roi) {
-  if (const Status s = Check422(src, dst, roi); s != ippStsNoErr) return s;
-  for (int32_t r = 0; r < roi.height; ++r) {
-    Row422(RowOf(src, src_step, r), RowOf(dst, dst_step, r), roi.width);
-  }
-  return ippStsNoErr;
+  return Convert422(src, src_step, dst, dst_step, roi, Row422);
 }
 
 Status ippiYUV420ToBGR_8u_P3C3R(const uint8_t* const src[3], const int32_t src_step[3],
                                 uint8_t* dst, int32_t dst_step, Size roi) {
-  if (const Status s = Check420(src, src_step, dst, roi); s != ippStsNoErr) return s;
-  for (int32_t i = 0; i < roi.height / 2; ++i) {
-    RowPair420(RowOf(src[0], src_step[0], 2 * i), RowOf(src[0], src_step[0], 2 * i + 1),
-               RowOf(src[1], src_step[1], i), RowOf(src[2], src_step[2], i),
-               RowOf(dst, dst_step, 2 * i), RowOf(dst, dst_step, 2 * i + 1), roi.width / 2);
-  }
-  return Status420(roi);
+  return Convert420ToBgr(src, src_step, dst, dst_step, roi, RowPair420);
 }
 
 }  // namespace framekit::prim::ssse3

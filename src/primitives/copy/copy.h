@@ -13,18 +13,12 @@ using CopySig = Status(const uint8_t* src, int32_t src_step, uint8_t* dst, int32
                        Size roi);
 using CopyFn = CopySig*;
 
-#define FK_DECLARE_COPY_VARIANTS(isa) \
-  namespace isa {                     \
-  CopySig ippiCopy_8u_C3R;            \
-  CopySig ippiCopy_8u_C4R;            \
-  }
+// One body for every class (copy_ref.cpp says why).
+namespace ref {
+CopySig ippiCopy_8u_C3R, ippiCopy_8u_C4R;
+}
 
-FK_DECLARE_COPY_VARIANTS(ref)
-
-CopySig ippiCopy_8u_C3R;
-CopySig ippiCopy_8u_C4R;
-
-extern const Table<CopyFn> kCopyC3RTable;
-extern const Table<CopyFn> kCopyC4RTable;
+FK_PRIMITIVE(ippiCopy_8u_C3R, CopySig);
+FK_PRIMITIVE(ippiCopy_8u_C4R, CopySig);
 
 }  // namespace framekit::prim

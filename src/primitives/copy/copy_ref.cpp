@@ -4,6 +4,7 @@
 
 #include "primitives/copy/copy.h"
 #include "primitives/core/checks.h"
+#include "primitives/core/rows.h"
 
 namespace framekit::prim::ref {
 namespace {
@@ -19,8 +20,7 @@ Status CopyRows(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_
     return ippStsNoErr;
   }
   for (int32_t r = 0; r < roi.height; ++r) {
-    std::memcpy(dst + static_cast<int64_t>(r) * dst_step, src + static_cast<int64_t>(r) * src_step,
-                row_bytes);
+    std::memcpy(RowAt(dst, dst_step, r), RowAt(src, src_step, r), row_bytes);
   }
   return ippStsNoErr;
 }

@@ -35,33 +35,33 @@ uint64_t BuildFeatureMask(const CpuSnapshot& cpu) {
   if (!cpu.available) return 0;
   const uint32_t ecx = cpu.leaf1.ecx, edx = cpu.leaf1.edx, eax = cpu.leaf1.eax;
   uint64_t m = 0;
-  auto set = [&m](int bit, bool on) {
-    if (on) m |= uint64_t{1} << bit;
+  auto set = [&m](uint64_t feature, bool on) {
+    if (on) m |= feature;
   };
-  set(0, Bit(edx, 23));
-  set(1, Bit(edx, 25));
-  set(2, Bit(edx, 26));
-  set(3, Bit(ecx, 0));
-  set(4, Bit(ecx, 9));
-  set(5, Bit(ecx, 22));
-  set(6, Bit(ecx, 19));
-  set(7, Bit(ecx, 20));
-  set(8, Bit(ecx, 28));
-  set(9, Bit(ecx, 27) && Bit(ecx, 28) && (cpu.xcr0 & 0x6) == 0x6);
-  set(10, Bit(ecx, 25));
-  set(11, Bit(ecx, 1));
-  set(12, (eax & 0xF00) == 0xB00 && Bit(cpu.leaf20000001.edx, 1));
-  set(13, Bit(ecx, 30));
-  set(14, Bit(ecx, 29));
+  set(kFeatMmx, Bit(edx, 23));
+  set(kFeatSse, Bit(edx, 25));
+  set(kFeatSse2, Bit(edx, 26));
+  set(kFeatSse3, Bit(ecx, 0));
+  set(kFeatSsse3, Bit(ecx, 9));
+  set(kFeatMovbe, Bit(ecx, 22));
+  set(kFeatSse41, Bit(ecx, 19));
+  set(kFeatSse42, Bit(ecx, 20));
+  set(kFeatAvx, Bit(ecx, 28));
+  set(kFeatAvxOs, Bit(ecx, 27) && Bit(ecx, 28) && (cpu.xcr0 & 0x6) == 0x6);
+  set(kFeatAes, Bit(ecx, 25));
+  set(kFeatPclmul, Bit(ecx, 1));
+  set(kFeatKnc, (eax & 0xF00) == 0xB00 && Bit(cpu.leaf20000001.edx, 1));
+  set(kFeatRdrand, Bit(ecx, 30));
+  set(kFeatF16c, Bit(ecx, 29));
   if (cpu.leaf0.eax >= 7) {
     const uint32_t ebx7 = cpu.leaf7.ebx;
-    set(15, Bit(ecx, 12) && Bit(ebx7, 5) && Bit(ebx7, 3) && Bit(ebx7, 8));
-    set(16, Bit(ebx7, 19));
-    set(17, Bit(ebx7, 18));
-    set(19, Bit(ebx7, 29));
+    set(kFeatAvx2Group, Bit(ecx, 12) && Bit(ebx7, 5) && Bit(ebx7, 3) && Bit(ebx7, 8));
+    set(kFeatAdx, Bit(ebx7, 19));
+    set(kFeatRdseed, Bit(ebx7, 18));
+    set(kFeatSha, Bit(ebx7, 29));
   }
-  if (cpu.ext0.eax >= 0x80000001u) set(18, Bit(cpu.ext1.ecx, 8));
-  set(31, (eax & 0xFF0) == 0xB10);
+  if (cpu.ext0.eax >= 0x80000001u) set(kFeatPrefetchw, Bit(cpu.ext1.ecx, 8));
+  set(kFeatFamilyB1, (eax & 0xFF0) == 0xB10);
   return m;
 }
 

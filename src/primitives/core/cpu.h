@@ -49,8 +49,6 @@ inline constexpr uint64_t kFeatPrefetchw = 1u << 18;
 inline constexpr uint64_t kFeatSha = 1u << 19;
 inline constexpr uint64_t kFeatFamilyB1 = 1u << 31;
 
-inline constexpr int kClassCount = 7;
-
 // The mask ANDed into the enabled-feature mask for each class.
 inline constexpr uint64_t kClassMask[kClassCount] = {0x7,     0xF,     0x1F,   0x3F,
                                                      0x80CDF, 0x86FDF, 0xFEFFF};

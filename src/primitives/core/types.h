@@ -7,6 +7,9 @@ namespace framekit::prim {
 
 using Status = int32_t;
 
+// Processor classes 0 (baseline) to 6; every variant table has one entry per class.
+inline constexpr int kClassCount = 7;
+
 inline constexpr Status ippStsNoErr = 0;
 inline constexpr Status ippStsNonIntelCpu = 20;  // Init: another vendor; the class is in force.
 inline constexpr Status ippStsDoubleSize = 35;   // 4:2:0 conversion: odd size, even part done.

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "primitives/core/dispatch.h"
+#include "primitives/core/wrap.h"
 #include "primitives/core/types.h"
 
 namespace framekit::prim {
@@ -21,7 +22,7 @@ using DupSig = Status(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_
                       Size roi);
 using DupFn = DupSig*;
 
-inline constexpr int32_t kDefaultGrayWeights[3] = {9798, 19235, 3736};
+static constexpr int32_t kDefaultGrayWeights[3] = {9798, 19235, 3736};
 
 // The 15-bit fixed-point weights. Internal linkage: per-ISA files call it too.
 static inline void GrayWeights(const float* weights, int32_t out[3]) {
@@ -36,21 +37,23 @@ static inline void GrayWeights(const float* weights, int32_t out[3]) {
   }
 }
 
-#define FK_DECLARE_GRAY_VARIANTS(isa)      \
-  namespace isa {                          \
-  ColorToGraySig ippiColorToGray_8u_C3C1R; \
-  DupSig ippiDup_8u_C1C3R;                 \
-  }
+// One grey byte: the 32-bit sum's bits 15 and up, cut to 8 bits.
+static inline uint8_t GreyOf(const uint8_t* s, const int32_t w[3]) {
+  const int32_t sum = WrapAdd(WrapAdd(WrapMul(w[0], s[0]), WrapMul(w[1], s[1])),
+                              WrapAdd(WrapMul(w[2], s[2]), 16384));
+  return static_cast<uint8_t>(static_cast<uint32_t>(sum) >> 15);
+}
 
-FK_DECLARE_GRAY_VARIANTS(ref)
-FK_DECLARE_GRAY_VARIANTS(sse2)
-FK_DECLARE_GRAY_VARIANTS(ssse3)
-FK_DECLARE_GRAY_VARIANTS(avx2)
-
+namespace ref {
 ColorToGraySig ippiColorToGray_8u_C3C1R;
 DupSig ippiDup_8u_C1C3R;
+}  // namespace ref
+namespace ssse3 {
+ColorToGraySig ippiColorToGray_8u_C3C1R;
+DupSig ippiDup_8u_C1C3R;
+}  // namespace ssse3
 
-extern const Table<ColorToGrayFn> kColorToGrayTable;
-extern const Table<DupFn> kDupC1C3Table;
+FK_PRIMITIVE(ippiColorToGray_8u_C3C1R, ColorToGraySig);
+FK_PRIMITIVE(ippiDup_8u_C1C3R, DupSig);
 
 }  // namespace framekit::prim

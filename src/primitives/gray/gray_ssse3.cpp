@@ -11,6 +11,7 @@
 #include <cstdint>
 
 #include "primitives/core/checks.h"
+#include "primitives/core/rows.h"
 #include "primitives/core/wrap.h"
 #include "primitives/gray/gray.h"
 
@@ -28,18 +29,6 @@ constexpr Control16 DupControl(int o) {
 }
 
 alignas(16) constexpr Control16 kDup[3] = {DupControl(0), DupControl(1), DupControl(2)};
-
-inline uint8_t GreyOf(const uint8_t* s, const int32_t w[3]) {
-  const int32_t sum = WrapAdd(WrapAdd(WrapMul(w[0], s[0]), WrapMul(w[1], s[1])),
-                              WrapAdd(WrapMul(w[2], s[2]), 16384));
-  return static_cast<uint8_t>(static_cast<uint32_t>(sum) >> 15);
-}
-
-// Pairs of 16-bit weights for pmaddwd: (low, high) in every 32-bit lane.
-inline __m128i WeightPair(int32_t low, int32_t high) {
-  return _mm_set1_epi32(static_cast<int32_t>((static_cast<uint32_t>(high) << 16) |
-                                             (static_cast<uint32_t>(low) & 0xFFFFu)));
-}
 
 // Eight pixels' grey values as 16-bit lanes (each 0..255).
 inline __m128i Grey8(__m128i b, __m128i g, __m128i r, __m128i bg_weights, __m128i r_weights) {
@@ -82,10 +71,14 @@ Status ippiColorToGray_8u_C3C1R(const uint8_t* src, int32_t src_step, uint8_t* d
   int32_t w[3];
   GrayWeights(weights, w);
   const int32_t vector_pixels = FitsInt16(w) ? roi.width / 16 * 16 : 0;
-  const __m128i bg_weights = WeightPair(w[0], w[1]), r_weights = WeightPair(w[2], 16384);
+  // (low, high) 16-bit weight pairs for pmaddwd; used only when every weight fits 16 bits.
+  const auto pair = [](int32_t low, int32_t high) {
+    return _mm_set1_epi32(PairWord(static_cast<int16_t>(low), static_cast<int16_t>(high)));
+  };
+  const __m128i bg_weights = pair(w[0], w[1]), r_weights = pair(w[2], 16384);
   for (int32_t r = 0; r < roi.height; ++r) {
-    const uint8_t* s = src + int64_t{r} * src_step;
-    uint8_t* d = dst + int64_t{r} * dst_step;
+    const uint8_t* s = RowAt(src, src_step, r);
+    uint8_t* d = RowAt(dst, dst_step, r);
     for (int32_t x = 0; x < vector_pixels; x += 16) {
       GreyRow16(s + int64_t{x} * 3, d + x, bg_weights, r_weights);
     }
@@ -100,8 +93,8 @@ Status ippiDup_8u_C1C3R(const uint8_t* src, int32_t src_step, uint8_t* dst, int3
   const __m128i control[3] = {Control(kDup[0]), Control(kDup[1]), Control(kDup[2])};
   const int32_t vector_pixels = roi.width / 16 * 16;
   for (int32_t r = 0; r < roi.height; ++r) {
-    const uint8_t* s = src + int64_t{r} * src_step;
-    uint8_t* d = dst + int64_t{r} * dst_step;
+    const uint8_t* s = RowAt(src, src_step, r);
+    uint8_t* d = RowAt(dst, dst_step, r);
     for (int32_t x = 0; x < vector_pixels; x += 16) {
       const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + x));
       uint8_t* out = d + int64_t{x} * 3;

@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "primitives/core/dispatch.h"
+#include "primitives/core/rows.h"
 #include "primitives/core/types.h"
 
 namespace framekit::prim {
@@ -29,31 +30,28 @@ static inline Status CheckMirror(const void* src, const void* dst, Size roi, int
   return ippStsNoErr;
 }
 
-#define FK_DECLARE_MIRROR_VARIANTS(isa) \
-  namespace isa {                       \
-  MirrorIRSig ippiMirror_8u_C1IR;       \
-  MirrorIRSig ippiMirror_8u_C3IR;       \
-  MirrorIRSig ippiMirror_8u_C4IR;       \
-  MirrorRSig ippiMirror_8u_C1R;         \
-  MirrorRSig ippiMirror_8u_C4R;         \
-  }
+// Every level has all five, except SSE2, which has no C3 body (pshufb is what makes C3 pay).
+namespace ref {
+MirrorIRSig ippiMirror_8u_C1IR, ippiMirror_8u_C3IR, ippiMirror_8u_C4IR;
+MirrorRSig ippiMirror_8u_C1R, ippiMirror_8u_C4R;
+}  // namespace ref
+namespace sse2 {
+MirrorIRSig ippiMirror_8u_C1IR, ippiMirror_8u_C4IR;
+MirrorRSig ippiMirror_8u_C1R, ippiMirror_8u_C4R;
+}  // namespace sse2
+namespace ssse3 {
+MirrorIRSig ippiMirror_8u_C1IR, ippiMirror_8u_C3IR, ippiMirror_8u_C4IR;
+MirrorRSig ippiMirror_8u_C1R, ippiMirror_8u_C4R;
+}  // namespace ssse3
+namespace avx2 {
+MirrorIRSig ippiMirror_8u_C1IR, ippiMirror_8u_C3IR, ippiMirror_8u_C4IR;
+MirrorRSig ippiMirror_8u_C1R, ippiMirror_8u_C4R;
+}  // namespace avx2
 
-FK_DECLARE_MIRROR_VARIANTS(ref)
-FK_DECLARE_MIRROR_VARIANTS(sse2)
-FK_DECLARE_MIRROR_VARIANTS(ssse3)
-FK_DECLARE_MIRROR_VARIANTS(avx2)
-
-// Dispatch entries.
-MirrorIRSig ippiMirror_8u_C1IR;
-MirrorIRSig ippiMirror_8u_C3IR;
-MirrorIRSig ippiMirror_8u_C4IR;
-MirrorRSig ippiMirror_8u_C1R;
-MirrorRSig ippiMirror_8u_C4R;
-
-extern const Table<MirrorIRFn> kMirrorC1IRTable;
-extern const Table<MirrorIRFn> kMirrorC3IRTable;
-extern const Table<MirrorIRFn> kMirrorC4IRTable;
-extern const Table<MirrorRFn> kMirrorC1RTable;
-extern const Table<MirrorRFn> kMirrorC4RTable;
+FK_PRIMITIVE(ippiMirror_8u_C1IR, MirrorIRSig);
+FK_PRIMITIVE(ippiMirror_8u_C3IR, MirrorIRSig);
+FK_PRIMITIVE(ippiMirror_8u_C4IR, MirrorIRSig);
+FK_PRIMITIVE(ippiMirror_8u_C1R, MirrorRSig);
+FK_PRIMITIVE(ippiMirror_8u_C4R, MirrorRSig);
 
 }  // namespace framekit::prim

@@ -155,7 +155,7 @@ Status MirrorInPlace(uint8_t* p, int32_t step, Size roi, int32_t axis) {
   if (const Status s = CheckMirror(p, p, roi, axis); s != ippStsNoErr) return s;
   const int64_t n = static_cast<int64_t>(roi.width) * B;
   const int32_t h = roi.height;
-  auto row = [p, step](int32_t r) { return p + static_cast<int64_t>(r) * step; };
+  auto row = [p, step](int32_t r) { return RowAt(p, step, r); };
   if (axis == kAxisVertical) {
     for (int32_t r = 0; r < h; ++r) PixelRows::Reverse(row(r), n);
     return ippStsNoErr;
@@ -180,8 +180,8 @@ Status MirrorCopy(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t ds
   const int32_t h = roi.height;
   for (int32_t r = 0; r < h; ++r) {
     const int32_t sr = axis == kAxisVertical ? r : h - 1 - r;
-    const uint8_t* s = src + static_cast<int64_t>(sr) * src_step;
-    uint8_t* d = dst + static_cast<int64_t>(r) * dst_step;
+    const uint8_t* s = RowAt(src, src_step, sr);
+    uint8_t* d = RowAt(dst, dst_step, r);
     if (axis == kAxisHorizontal) {
       std::memcpy(d, s, static_cast<size_t>(n));
     } else {

@@ -1,6 +1,7 @@
 // Reference mirror: byte by byte, the definition every vector variant is tested against.
 #include <cstring>
 
+#include "primitives/core/rows.h"
 #include "primitives/mirror/mirror.h"
 
 namespace framekit::prim::ref {
@@ -24,7 +25,7 @@ template <int B>
 Status MirrorInPlace(uint8_t* p, int32_t step, Size roi, int32_t axis) {
   if (const Status s = CheckMirror(p, p, roi, axis); s != ippStsNoErr) return s;
   const int32_t w = roi.width, h = roi.height;
-  auto row = [&](int32_t r) { return p + static_cast<int64_t>(r) * step; };
+  auto row = [&](int32_t r) { return RowAt(p, step, r); };
   if (axis == kAxisVertical) {
     for (int32_t r = 0; r < h; ++r) ReverseRow<B>(row(r), w);
     return ippStsNoErr;
@@ -48,8 +49,8 @@ Status MirrorCopy(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t ds
   const int32_t w = roi.width, h = roi.height;
   for (int32_t r = 0; r < h; ++r) {
     const int32_t sr = axis == kAxisVertical ? r : h - 1 - r;
-    const uint8_t* s = src + static_cast<int64_t>(sr) * src_step;
-    uint8_t* d = dst + static_cast<int64_t>(r) * dst_step;
+    const uint8_t* s = RowAt(src, src_step, sr);
+    uint8_t* d = RowAt(dst, dst_step, r);
     for (int32_t c = 0; c < w; ++c) {
       const int32_t sc = axis == kAxisHorizontal ? c : w - 1 - c;
       for (int k = 0; k < B; ++k) d[c * B + k] = s[sc * B + k];

@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "primitives/core/dispatch.h"
+#include "primitives/core/rows.h"
 #include "primitives/core/types.h"
 
 namespace framekit::prim {
@@ -15,16 +16,16 @@ using NegateC3Sig = Status(uint8_t* frame, int32_t frame_step, uint8_t* copy, in
                            Size roi);
 using NegateC3Fn = NegateC3Sig*;
 
-#define FK_DECLARE_NEGATE_VARIANTS(isa) \
-  namespace isa {                       \
-  NegateC3Sig NegateC3IntoCopy;         \
-  }
-
-FK_DECLARE_NEGATE_VARIANTS(ref)
-FK_DECLARE_NEGATE_VARIANTS(avx2)
-
+namespace ref {
 NegateC3Sig NegateC3IntoCopy;
+}
+namespace sse2 {
+NegateC3Sig NegateC3IntoCopy;
+}
+namespace avx2 {
+NegateC3Sig NegateC3IntoCopy;
+}
 
-extern const Table<NegateC3Fn> kNegateC3Table;
+FK_PRIMITIVE(NegateC3IntoCopy, NegateC3Sig);
 
 }  // namespace framekit::prim

@@ -1,4 +1,5 @@
-// Negate into a copy, AVX2 level: class 6. The reference's loop with 32-byte vectors.
+// Negate into a copy, AVX2 level: class 6. The vector loop of negate_kernel.h with 32-byte
+// vectors, the rest of a row byte by byte.
 #include <cstdint>
 #include <cstring>
 

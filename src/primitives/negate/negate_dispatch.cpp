@@ -2,12 +2,7 @@
 
 namespace framekit::prim {
 
-FK_PRIMITIVE_TABLE(kNegateC3Table, NegateC3IntoCopy, NegateC3Fn, .ref = ref::NegateC3IntoCopy,
-                   .avx2 = FK_X86(avx2::NegateC3IntoCopy));
-
-Status NegateC3IntoCopy(uint8_t* frame, int32_t frame_step, uint8_t* copy, int32_t copy_step,
-                        Size roi) {
-  return kNegateC3Table[ClassIndex()](frame, frame_step, copy, copy_step, roi);
-}
+FK_PRIMITIVE_TABLE(NegateC3IntoCopy, NegateC3Sig, .ref = ref::NegateC3IntoCopy,
+                   .sse2 = FK_X86(sse2::NegateC3IntoCopy), .avx2 = FK_X86(avx2::NegateC3IntoCopy));
 
 }  // namespace framekit::prim

@@ -16,8 +16,8 @@ Status NegateRows(uint8_t* frame, int32_t frame_step, uint8_t* copy, int32_t cop
   constexpr int64_t kLanes = sizeof(Bytes);
   const int64_t n = int64_t{roi.width} * 3;
   for (int32_t r = 0; r < roi.height; ++r) {
-    uint8_t* f = frame + int64_t{r} * frame_step;
-    uint8_t* c = copy + int64_t{r} * copy_step;
+    uint8_t* f = RowAt(frame, frame_step, r);
+    uint8_t* c = RowAt(copy, copy_step, r);
     int64_t i = 0;
     for (; i + kLanes <= n; i += kLanes) {
       Bytes v;

@@ -9,6 +9,7 @@
 #include <cstdint>
 
 #include "primitives/core/checks.h"
+#include "primitives/core/rows.h"
 #include "primitives/set/set.h"
 
 namespace framekit::prim::avx2 {
@@ -58,7 +59,7 @@ Status ippiSet_8u_C3R(const uint8_t* value, uint8_t* dst, int32_t dst_step, Size
                         _mm256_castsi256_si128(y[1])};
   const int64_t n = static_cast<int64_t>(roi.width) * 3;
   for (int32_t r = 0; r < roi.height; ++r) {
-    uint8_t* d = dst + static_cast<int64_t>(r) * dst_step;
+    uint8_t* d = RowAt(dst, dst_step, r);
     if (n >= 32) {
       FillRow(d, n, y);
     } else {

@@ -9,6 +9,7 @@
 #include <cstdint>
 
 #include "primitives/core/checks.h"
+#include "primitives/core/rows.h"
 #include "primitives/set/set.h"
 
 namespace framekit::prim::sse2 {
@@ -48,7 +49,7 @@ Status ippiSet_8u_C3R(const uint8_t* value, uint8_t* dst, int32_t dst_step, Size
                           _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + 32))};
   const int64_t n = static_cast<int64_t>(roi.width) * 3;
   for (int32_t r = 0; r < roi.height; ++r) {
-    FillRow(dst + static_cast<int64_t>(r) * dst_step, n, pat, value);
+    FillRow(RowAt(dst, dst_step, r), n, pat, value);
   }
   return ippStsNoErr;
 }

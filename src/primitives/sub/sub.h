@@ -31,17 +31,16 @@ static inline uint8_t SubScaledByte(uint8_t a, uint8_t b, int32_t scale) {
   return static_cast<uint8_t>(v > 255 ? 255 : v);
 }
 
-#define FK_DECLARE_SUB_VARIANTS(isa) \
-  namespace isa {                    \
-  SubC3ISfsSig ippiSub_8u_C3IRSfs;   \
-  }
-
-FK_DECLARE_SUB_VARIANTS(ref)
-FK_DECLARE_SUB_VARIANTS(sse2)
-FK_DECLARE_SUB_VARIANTS(avx2)
-
+namespace ref {
 SubC3ISfsSig ippiSub_8u_C3IRSfs;
+}
+namespace sse2 {
+SubC3ISfsSig ippiSub_8u_C3IRSfs;
+}
+namespace avx2 {
+SubC3ISfsSig ippiSub_8u_C3IRSfs;
+}
 
-extern const Table<SubC3ISfsFn> kSubC3ISfsTable;
+FK_PRIMITIVE(ippiSub_8u_C3IRSfs, SubC3ISfsSig);
 
 }  // namespace framekit::prim

@@ -1,5 +1,6 @@
 // Reference subtraction: byte by byte.
 #include "primitives/core/checks.h"
+#include "primitives/core/rows.h"
 #include "primitives/sub/sub.h"
 
 namespace framekit::prim::ref {
@@ -9,8 +10,8 @@ Status ippiSub_8u_C3IRSfs(const uint8_t* src, int32_t src_step, uint8_t* src_dst
   if (const Status s = CheckTwo(src, src_dst, roi); s != ippStsNoErr) return s;
   const int64_t n = int64_t{roi.width} * 3;
   for (int32_t r = 0; r < roi.height; ++r) {
-    const uint8_t* s = src + int64_t{r} * src_step;
-    uint8_t* d = src_dst + int64_t{r} * src_dst_step;
+    const uint8_t* s = RowAt(src, src_step, r);
+    uint8_t* d = RowAt(src_dst, src_dst_step, r);
     for (int64_t i = 0; i < n; ++i) d[i] = SubScaledByte(d[i], s[i], scale);
   }
   return ippStsNoErr;

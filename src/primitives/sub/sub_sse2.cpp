@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "primitives/core/checks.h"
+#include "primitives/core/rows.h"
 #include "primitives/sub/sub.h"
 
 namespace framekit::prim::sse2 {
@@ -18,8 +19,8 @@ Status ippiSub_8u_C3IRSfs(const uint8_t* src, int32_t src_step, uint8_t* src_dst
   const int64_t n = int64_t{roi.width} * 3;
   const int64_t vector_bytes = scale == 0 ? n / 16 * 16 : 0;
   for (int32_t r = 0; r < roi.height; ++r) {
-    const uint8_t* s = src + int64_t{r} * src_step;
-    uint8_t* d = src_dst + int64_t{r} * src_dst_step;
+    const uint8_t* s = RowAt(src, src_step, r);
+    uint8_t* d = RowAt(src_dst, src_dst_step, r);
     for (int64_t i = 0; i < vector_bytes; i += 16) {
       const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(d + i));
       const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i));

@@ -24,27 +24,29 @@ using ContrastBlocksFn = ContrastBlocksSig*;
 using SaturationBlocksSig = Status(uint8_t* p, int32_t step, Size roi, uint32_t s);
 using SaturationBlocksFn = SaturationBlocksSig*;
 
-#define FK_DECLARE_TONE_VARIANTS(isa)   \
-  namespace isa {                       \
-  LevelBlocksSig LightnessBlocks;       \
-  LevelBlocksSig DarknessBlocks;        \
-  ContrastBlocksSig ContrastBlocks;     \
-  SaturationBlocksSig SaturationBlocks; \
-  }
-
-FK_DECLARE_TONE_VARIANTS(ref)
-FK_DECLARE_TONE_VARIANTS(sse2)
-FK_DECLARE_TONE_VARIANTS(ssse3)
-FK_DECLARE_TONE_VARIANTS(avx2)
-
-LevelBlocksSig LightnessBlocks;
-LevelBlocksSig DarknessBlocks;
+// The levels with bodies: the reference and AVX2 for all four, SSE2 for the byte-wise three,
+// SSSE3 for saturation (its channel split needs pshufb).
+namespace ref {
+LevelBlocksSig LightnessBlocks, DarknessBlocks;
 ContrastBlocksSig ContrastBlocks;
 SaturationBlocksSig SaturationBlocks;
+}  // namespace ref
+namespace sse2 {
+LevelBlocksSig LightnessBlocks, DarknessBlocks;
+ContrastBlocksSig ContrastBlocks;
+}  // namespace sse2
+namespace ssse3 {
+SaturationBlocksSig SaturationBlocks;
+}
+namespace avx2 {
+LevelBlocksSig LightnessBlocks, DarknessBlocks;
+ContrastBlocksSig ContrastBlocks;
+SaturationBlocksSig SaturationBlocks;
+}  // namespace avx2
 
-extern const Table<LevelBlocksFn> kLightnessBlocksTable;
-extern const Table<LevelBlocksFn> kDarknessBlocksTable;
-extern const Table<ContrastBlocksFn> kContrastBlocksTable;
-extern const Table<SaturationBlocksFn> kSaturationBlocksTable;
+FK_PRIMITIVE(LightnessBlocks, LevelBlocksSig);
+FK_PRIMITIVE(DarknessBlocks, LevelBlocksSig);
+FK_PRIMITIVE(ContrastBlocks, ContrastBlocksSig);
+FK_PRIMITIVE(SaturationBlocks, SaturationBlocksSig);
 
 }  // namespace framekit::prim

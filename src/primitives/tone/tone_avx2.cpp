@@ -10,12 +10,14 @@
 #include <cstdint>
 
 #include "primitives/core/checks.h"
+#include "primitives/core/rows.h"
 #include "primitives/tone/tone.h"
 #include "primitives/tone/tone_model.h"
 
 namespace framekit::prim::avx2 {
 
 #include "primitives/tone/saturation_shuffles.h"
+#include "primitives/tone/tone_blocks.h"
 
 namespace {
 
@@ -23,7 +25,7 @@ struct Pair {
   __m256i v[2];  // 16 bytes as two vectors of eight 32-bit lanes, in byte order
 };
 
-inline Pair Widen(__m128i x) {
+inline Pair WidenPair(__m128i x) {
   return {{_mm256_cvtepu8_epi32(x), _mm256_cvtepu8_epi32(_mm_srli_si128(x, 8))}};
 }
 
@@ -42,27 +44,13 @@ inline __m256i Scaled(__m256i lanes, __m256 scale) {
   return _mm256_cvtps_epi32(_mm256_mul_ps(_mm256_cvtepi32_ps(lanes), scale));
 }
 
-template <typename VectorOp, typename TailOp>
-void Rows(uint8_t* p, int32_t step, Size roi, VectorOp vector_op, TailOp tail_op) {
-  const int64_t block_bytes = int64_t{roi.width / 16} * 48;
-  const int64_t row_bytes = int64_t{roi.width} * 3;
-  for (int32_t r = 0; r < roi.height; ++r) {
-    uint8_t* row = p + int64_t{r} * step;
-    for (int64_t i = 0; i < block_bytes; i += 16) {
-      __m128i* at = reinterpret_cast<__m128i*>(row + i);
-      _mm_storeu_si128(at, vector_op(_mm_loadu_si128(at)));
-    }
-    for (int64_t i = block_bytes; i < row_bytes; ++i) row[i] = tail_op(row[i]);
-  }
-}
-
 // Any saturation: the model's steps in 32-bit lanes.
 void SaturateBlockWide(uint8_t* px, __m256 scale) {
   const __m256 third = _mm256_set1_ps(0.33333334f);
   __m128i in[3], ch[3];
   for (int i = 0; i < 3; ++i) in[i] = _mm_loadu_si128(reinterpret_cast<__m128i*>(px + 16 * i));
   SplitChannels(in, ch);
-  Pair q[3] = {Widen(ch[0]), Widen(ch[1]), Widen(ch[2])};
+  Pair q[3] = {WidenPair(ch[0]), WidenPair(ch[1]), WidenPair(ch[2])};
   for (int k = 0; k < 2; ++k) {
     const __m256i sum = _mm256_add_epi32(_mm256_add_epi32(q[0].v[k], q[1].v[k]), q[2].v[k]);
     const __m256i mean = Scaled(sum, third);
@@ -212,7 +200,7 @@ Status LightnessBlocks(uint8_t* p, int32_t step, Size roi, int32_t level) {
   Rows(
       p, step, roi,
       [&](__m128i x) {
-        Pair q = Widen(x);
+        Pair q = WidenPair(x);
         for (__m256i& v : q.v) {
           v = _mm256_add_epi32(v, Scaled(_mm256_sub_epi32(white, v), scale));
         }
@@ -228,7 +216,7 @@ Status DarknessBlocks(uint8_t* p, int32_t step, Size roi, int32_t level) {
   Rows(
       p, step, roi,
       [&](__m128i x) {
-        Pair q = Widen(x);
+        Pair q = WidenPair(x);
         for (__m256i& v : q.v) v = _mm256_sub_epi32(v, Scaled(v, scale));
         return Narrow(q);
       },
@@ -245,7 +233,7 @@ Status ContrastBlocks(uint8_t* p, int32_t step, Size roi, int32_t k) {
   Rows(
       p, step, roi,
       [&](__m128i x) {
-        Pair q = Widen(x);
+        Pair q = WidenPair(x);
         for (__m256i& v : q.v) v = Scaled(_mm256_sub_epi32(v, mid32), factor);
         return PackBytes(_mm256_adds_epi16(Pack16(q), mid16));
       },
@@ -261,7 +249,7 @@ Status SaturationBlocks(uint8_t* p, int32_t step, Size roi, uint32_t s) {
   tone::SaturationFit fit{};
   const bool fitted = tone::FitSaturation(s, &fit);
   for (int32_t r = 0; r < roi.height; ++r) {
-    uint8_t* row = p + int64_t{r} * step;
+    uint8_t* row = RowAt(p, step, r);
     if (fitted) {
       if (fit.above_identity) {
         SaturateRowFitted<true>(row, blocks, fit, controls);

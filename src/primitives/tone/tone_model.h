@@ -11,7 +11,6 @@
 // out-of-line copy compiled with their flags must never serve baseline code.
 #pragma once
 
-#include <cmath>
 #include <cstdint>
 
 #include "primitives/core/wrap.h"
@@ -20,12 +19,16 @@ namespace framekit::prim::tone {
 
 // Float to int32 as cvtps2dq does it in the default rounding mode: nearest, ties to even; NaN
 // and values outside the int32 range give INT32_MIN.
+// Written without the library's floor and fmod: their inline wrappers have external linkage.
 static inline int32_t RoundEven(float x) {
   if (!(x >= -2147483648.0f && x < 2147483648.0f)) return INT32_MIN;
-  float whole = std::floor(x);
-  const float frac = x - whole;  // exact
-  if (frac > 0.5f || (frac == 0.5f && std::fmod(whole, 2.0f) != 0.0f)) whole += 1.0f;
-  return static_cast<int32_t>(whole);
+  if (!(x > -8388608.0f && x < 8388608.0f)) return static_cast<int32_t>(x);  // already whole
+  int32_t whole = static_cast<int32_t>(x);                                   // toward zero
+  const float frac = x - static_cast<float>(whole);                          // exact below 2^23
+  const bool odd = (whole & 1) != 0;
+  if (frac > 0.5f || (frac == 0.5f && odd)) ++whole;
+  if (frac < -0.5f || (frac == -0.5f && odd)) --whole;
+  return whole;
 }
 
 // Truncation toward zero as cvttsd2si does it: NaN and out-of-range values give INT32_MIN.

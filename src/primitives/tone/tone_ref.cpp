@@ -5,6 +5,7 @@
 #include <cstddef>
 
 #include "primitives/core/checks.h"
+#include "primitives/core/rows.h"
 #include "primitives/tone/tone.h"
 #include "primitives/tone/tone_model.h"
 
@@ -20,7 +21,7 @@ Status ApplyTables(uint8_t* p, int32_t step, Size roi, const Tables& t) {
   const int64_t block_bytes = int64_t{roi.width / 16} * 48;
   const int64_t row_bytes = int64_t{roi.width} * 3;
   for (int32_t r = 0; r < roi.height; ++r) {
-    uint8_t* row = p + int64_t{r} * step;
+    uint8_t* row = RowAt(p, step, r);
     for (int64_t i = 0; i < block_bytes; ++i) row[i] = t.block[row[i]];
     for (int64_t i = block_bytes; i < row_bytes; ++i) row[i] = t.tail[row[i]];
   }
@@ -75,7 +76,7 @@ Status SaturationBlocks(uint8_t* p, int32_t step, Size roi, uint32_t s) {
   }
   const int32_t blocks = roi.width / 16 * 16;
   for (int32_t r = 0; r < roi.height; ++r) {
-    uint8_t* row = p + int64_t{r} * step;
+    uint8_t* row = RowAt(p, step, r);
     for (int32_t x = 0; x < blocks; ++x) {
       uint8_t* px = row + int64_t{x} * 3;
       const int32_t m = mean[px[0] + px[1] + px[2]];  // 0..255

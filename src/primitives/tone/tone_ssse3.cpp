@@ -10,33 +10,16 @@
 #include <cstdint>
 
 #include "primitives/core/checks.h"
+#include "primitives/core/rows.h"
 #include "primitives/tone/tone.h"
 #include "primitives/tone/tone_model.h"
 
 namespace framekit::prim::ssse3 {
 
 #include "primitives/tone/saturation_shuffles.h"
+#include "primitives/tone/tone_blocks.h"
 
 namespace {
-
-struct Quad {
-  __m128i v[4];
-};
-
-inline Quad Widen(__m128i x) {
-  const __m128i zero = _mm_setzero_si128();
-  const __m128i lo = _mm_unpacklo_epi8(x, zero), hi = _mm_unpackhi_epi8(x, zero);
-  return {{_mm_unpacklo_epi16(lo, zero), _mm_unpackhi_epi16(lo, zero), _mm_unpacklo_epi16(hi, zero),
-           _mm_unpackhi_epi16(hi, zero)}};
-}
-
-inline __m128i Narrow(const Quad& q) {
-  return _mm_packus_epi16(_mm_packs_epi32(q.v[0], q.v[1]), _mm_packs_epi32(q.v[2], q.v[3]));
-}
-
-inline __m128i Scaled(__m128i lanes, __m128 scale) {
-  return _mm_cvtps_epi32(_mm_mul_ps(_mm_cvtepi32_ps(lanes), scale));
-}
 
 void SaturateBlock(uint8_t* px, __m128 scale) {
   const __m128 third = _mm_set1_ps(0.33333334f);
@@ -66,7 +49,8 @@ void SaturateBlockFitted(uint8_t* px, __m128i multiplier) {
     lo[c] = _mm_unpacklo_epi8(ch[c], zero);
     hi[c] = _mm_unpackhi_epi8(ch[c], zero);
   }
-  for (__m128i* w : {lo, hi}) {
+  __m128i* const halves[2] = {lo, hi};
+  for (__m128i* w : halves) {
     const __m128i mean = _mm_mulhrs_epi16(_mm_add_epi16(_mm_add_epi16(w[0], w[1]), w[2]), third);
     for (int c = 0; c < 3; ++c) {
       const __m128i r = _mm_mulhrs_epi16(_mm_sub_epi16(w[c], mean), multiplier);
@@ -88,7 +72,7 @@ Status SaturationBlocks(uint8_t* p, int32_t step, Size roi, uint32_t s) {
   const bool fitted = tone::FitSaturation(s, &fit);
   const __m128i multiplier = _mm_set1_epi16(fit.multiplier);
   for (int32_t r = 0; r < roi.height; ++r) {
-    uint8_t* row = p + int64_t{r} * step;
+    uint8_t* row = RowAt(p, step, r);
     for (int32_t b = 0; b < blocks; ++b) {
       uint8_t* px = row + int64_t{b} * 48;
       if (!fitted) {

@@ -21,7 +21,7 @@ TEST(YCbCr422ToBGR, EveryClassMatchesTheFormulaOnEveryTriple) {
   std::vector<uint8_t> dst(size_t{3} * kWidth * kHeight);
   std::set<PackedConvertFn> seen;
   for (int cls = 0; cls <= DetectedClass(); ++cls) {
-    const PackedConvertFn fn = kYCbCr422ToBGRTable[cls];
+    const PackedConvertFn fn = ippiYCbCr422ToBGR_8u_C2C3RTable[cls];
     if (!seen.insert(fn).second) continue;
     int mismatches = 0;
     for (int32_t u = 0; u < 256; ++u) {
@@ -126,8 +126,8 @@ TEST(BGRToYUV, EveryClassMatchesTheFormulasOnEveryLumaTripleAndTheChromaExtremes
   std::set<PackedToPlanarFn> seen420;
   std::set<PackedConvertFn> seen422;
   for (int cls = 0; cls <= DetectedClass(); ++cls) {
-    const PackedToPlanarFn to420 = kBGRToYUV420Table[cls];
-    const PackedConvertFn to422 = kBGRToYCbCr422Table[cls];
+    const PackedToPlanarFn to420 = ippiBGRToYUV420_8u_C3P3RTable[cls];
+    const PackedConvertFn to422 = ippiBGRToYCbCr422_8u_C3C2RTable[cls];
     if (seen420.insert(to420).second) {
       int bad = 0;
       for (int32_t first = 0; first < (1 << 24); first += 2 * kRun) {

@@ -27,6 +27,16 @@ TEST(ToneModel, RoundEvenIsTheVectorConversion) {
   EXPECT_EQ(RoundEven(-3e9f), kIndefinite);
   EXPECT_EQ(RoundEven(std::numeric_limits<float>::infinity()), kIndefinite);
   EXPECT_EQ(RoundEven(std::nanf("")), kIndefinite);
+  // Against the C library's rounding in the default mode, halves and the 2^23 edge included.
+  for (int32_t eighths = -560000; eighths <= 560000; ++eighths) {
+    const float x = static_cast<float>(eighths) / 8.0f;
+    ASSERT_EQ(RoundEven(x), static_cast<int32_t>(std::nearbyint(x))) << x;
+  }
+  for (int32_t halves = 16777190; halves <= 16777240; ++halves) {  // about 2^23
+    const float x = static_cast<float>(halves) / 2.0f;
+    ASSERT_EQ(RoundEven(x), static_cast<int32_t>(std::nearbyint(x))) << x;
+    ASSERT_EQ(RoundEven(-x), static_cast<int32_t>(std::nearbyint(-x))) << x;
+  }
 }
 
 TEST(ToneModel, TruncateIsTheScalarConversion) {

@@ -1,9 +1,9 @@
 // The harness catches what it exists to catch: deliberately broken bodies in stand-in tables must
-// fail with messages that locate the fault, and guard pages must stop stray accesses.
-#include <gtest/gtest-spi.h>
+// fail with messages that locate the fault, guard pages must stop stray accesses, and what it
+// promises a primitive (a readable border, scratch and work memory, a second frame size, a
+// tolerance, one buffer as source and destination) must hold for correct bodies.
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <string>
 #include <vector>
 
@@ -11,8 +11,6 @@
 #include "primitives/core/checks.h"
 #include "primitives/mirror/mirror.h"
 #include "primitives/variants/harness.h"
-#include "support/guarded_buffer.h"
-#include "support/random_frame.h"
 
 namespace framekit::test {
 namespace {
@@ -21,20 +19,10 @@ using prim::CheckTwo;
 using prim::Size;
 using prim::Status;
 
+int64_t At(int32_t step, int32_t r) { return int64_t{r} * step; }
+
 Status RefCopy(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_step, Size roi) {
   return prim::ref::ippiCopy_8u_C3R(src, src_step, dst, dst_step, roi);
-}
-
-// A correct body of its own, written differently from the reference.
-Status CopyCorrectly(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_step,
-                     Size roi) {
-  if (const Status s = CheckTwo(src, dst, roi); s != 0) return s;
-  for (int32_t r = roi.height - 1; r >= 0; --r) {
-    for (int32_t i = roi.width * 3 - 1; i >= 0; --i) {
-      dst[static_cast<int64_t>(r) * dst_step + i] = src[static_cast<int64_t>(r) * src_step + i];
-    }
-  }
-  return 0;
 }
 
 // One byte after row 0's pixels, when the destination has padding there.
@@ -70,6 +58,17 @@ Status CopyWritesFirst(const uint8_t* src, int32_t src_step, uint8_t* dst, int32
   return RefCopy(src, src_step, dst, dst_step, roi);
 }
 
+// Reads the destination's first pixel after writing it, which only matters in place.
+Status CopyBreaksInPlace(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_step,
+                         Size roi) {
+  if (const Status s = CheckTwo(src, dst, roi); s != 0) return s;
+  dst[0] = static_cast<uint8_t>(src[1] + 1);
+  const uint8_t first = src[0];
+  RefCopy(src, src_step, dst, dst_step, roi);
+  dst[0] = first;
+  return 0;
+}
+
 volatile uint8_t g_sink;
 
 // Reads one byte past the last row's pixels.
@@ -80,15 +79,62 @@ Status MirrorReadsPastEnd(uint8_t* p, int32_t step, Size roi, int32_t axis) {
   return s;
 }
 
-// Class 1 gets the broken body; the rest keep the reference.
+// ---- A one-byte filter with the features later families need: dst (second size) from the
+// 3 x 3 neighbourhood of src (first size, one pixel of border), the nearest source pixel for
+// each destination pixel, scratch and work memory scribbled on. `bias` is added to every result.
+template <int kBias, bool kWritesBorder = false>
+Status Filter(const uint8_t* src, int32_t ss, Size sz, uint8_t* dst, int32_t ds, Size dz,
+              uint8_t* scratch, uint8_t* work, int32_t work_bytes) {
+  if (src == nullptr || dst == nullptr) return prim::ippStsNullPtrErr;
+  if (sz.width <= 0 || sz.height <= 0 || dz.width <= 0 || dz.height <= 0) {
+    return prim::ippStsSizeErr;
+  }
+  for (int32_t i = 0; i < work_bytes; ++i) work[i] = static_cast<uint8_t>(i * kBias);
+  for (int32_t y = 0; y < dz.height; ++y) {
+    const int32_t sy = static_cast<int32_t>(int64_t{y} * sz.height / dz.height);
+    for (int32_t x = 0; x < dz.width; ++x) {
+      const int32_t sx = static_cast<int32_t>(int64_t{x} * sz.width / dz.width);
+      int32_t sum = 0;
+      for (int32_t dy = -1; dy <= 1; ++dy) {
+        for (int32_t dx = -1; dx <= 1; ++dx) sum += src[At(ss, sy + dy) + sx + dx];
+      }
+      dst[At(ds, y) + x] = static_cast<uint8_t>(sum / 9 + kBias);
+    }
+  }
+  scratch[0] = static_cast<uint8_t>(kBias);
+  if (kWritesBorder) dst[-1] = 0;
+  return 0;
+}
+using FilterSig = decltype(Filter<0>);
+
+struct FilterDriver {
+  int tolerance;
+  PrimitiveShape Shape() const {
+    return {.images = {{"src", 1, Access::kRead, 1, 0, 1},
+                       {"dst", 1, Access::kWrite, 1, 1, 1},
+                       {"scratch", 1, Access::kScratch}},
+            .sizes = 2,
+            .tolerance = tolerance,
+            .work_bytes = [](const CallArgs& a) { return a.roi.width > 0 ? a.roi.width : 0; }};
+  }
+  Status Call(FilterSig* fn, const CallArgs& a) const {
+    return fn(a.image[0], a.step[0], a.roi, a.image[1], a.step[1], a.roi2, a.image[2], a.work,
+              a.work_bytes);
+  }
+};
+
+// Class 1 gets the body under test; the rest keep the reference.
 template <typename Fn>
-constexpr prim::Table<Fn> WithClass1(Fn reference, Fn broken) {
-  return {reference, broken, reference, reference, reference, reference, reference};
+constexpr prim::Table<Fn> WithClass1(Fn reference, Fn other) {
+  return {reference, other, reference, reference, reference, reference, reference};
 }
 
 struct CopyC3Driver {
+  bool in_place = false;
   PrimitiveShape Shape() const {
-    return {.images = {{"src", 3, Access::kRead}, {"dst", 3, Access::kWrite}}};
+    PrimitiveShape s{.images = {{"src", 3, Access::kRead}, {"dst", 3, Access::kWrite}}};
+    if (in_place) s.in_place = {{0, 1}};
+    return s;
   }
   Status Call(prim::CopyFn fn, const CallArgs& a) const {
     return fn(a.image[0], a.step[0], a.image[1], a.step[1], a.roi);
@@ -104,70 +150,69 @@ struct MirrorC1Driver {
   }
 };
 
-constexpr prim::Table<prim::CopyFn> kPaddingTable =
-    WithClass1<prim::CopyFn>(RefCopy, CopyWritesPadding);
-constexpr prim::Table<prim::CopyFn> kTailTable = WithClass1<prim::CopyFn>(RefCopy, CopyDropsTail);
-constexpr prim::Table<prim::CopyFn> kHeightTable =
-    WithClass1<prim::CopyFn>(RefCopy, CopyMissesHeightCheck);
-constexpr prim::Table<prim::CopyFn> kEarlyWriteTable =
-    WithClass1<prim::CopyFn>(RefCopy, CopyWritesFirst);
+constexpr auto kPaddingTable = WithClass1<prim::CopyFn>(RefCopy, CopyWritesPadding);
+constexpr auto kTailTable = WithClass1<prim::CopyFn>(RefCopy, CopyDropsTail);
+constexpr auto kHeightTable = WithClass1<prim::CopyFn>(RefCopy, CopyMissesHeightCheck);
+constexpr auto kEarlyWriteTable = WithClass1<prim::CopyFn>(RefCopy, CopyWritesFirst);
+constexpr auto kInPlaceTable = WithClass1<prim::CopyFn>(RefCopy, CopyBreaksInPlace);
 constexpr prim::Table<prim::CopyFn> kSharedTable = {RefCopy,       CopyDropsTail, CopyDropsTail,
                                                     CopyDropsTail, CopyDropsTail, CopyDropsTail,
                                                     CopyDropsTail};
-constexpr prim::Table<prim::CopyFn> kSameTable = WithClass1<prim::CopyFn>(RefCopy, CopyCorrectly);
-constexpr prim::Table<prim::MirrorIRFn> kOverreadTable =
+constexpr auto kOverreadTable =
     WithClass1<prim::MirrorIRFn>(prim::ref::ippiMirror_8u_C1IR, MirrorReadsPastEnd);
+constexpr auto kFilterExact = WithClass1<FilterSig*>(Filter<0>, Filter<0>);
+constexpr auto kFilterOffByOne = WithClass1<FilterSig*>(Filter<0>, Filter<1>);
+constexpr auto kFilterOffByTwo = WithClass1<FilterSig*>(Filter<0>, Filter<2>);
+constexpr auto kFilterBorderWriter = WithClass1<FilterSig*>(Filter<0>, Filter<0, true>);
 
-// The failure messages of one harness run, which is kept from failing the test itself.
-std::vector<std::string> FailuresOf(const VariantSubject& subject, int max_failures) {
-  testing::TestPartResultArray results;
-  {
-    testing::ScopedFakeTestPartResultReporter reporter(
-        testing::ScopedFakeTestPartResultReporter::INTERCEPT_ONLY_CURRENT_THREAD, &results);
-    CheckVariants(subject, {.max_class = 6, .max_failures = max_failures});
+std::vector<std::string> Failures(const VariantSubject& subject, int max_failures = 1) {
+  return CheckVariants(subject, {.max_class = 6, .max_failures = max_failures});
+}
+
+TEST(VariantHarness, CatchesBrokenBodiesAndLocatesTheFault) {
+  const struct {
+    VariantSubject subject;
+    std::vector<std::string> needles;
+  } cases[] = {
+      {MakeVariantSubject("PaddingWriter", kPaddingTable, CopyC3Driver{}),
+       {"PaddingWriter class 1 [sse2]", "dst first differs",
+        "row 0, 1 bytes past its pixels (padding)", "seed "}},
+      {MakeVariantSubject("TailDropper", kTailTable, CopyC3Driver{}),
+       {" pixel ", " byte 2 (byte ", "case: "}},
+      {MakeVariantSubject("HeightUnchecked", kHeightTable, CopyC3Driver{}),
+       {"status 0, reference -6", "(height 0)"}},
+      {MakeVariantSubject("EarlyWriter", kEarlyWriteTable, CopyC3Driver{}),
+       {"(null src)", "dst first differs at", "row 0 pixel 0 byte 0"}},
+      {MakeVariantSubject("InPlaceBreaker", kInPlaceTable, CopyC3Driver{true}),
+       {"(in place)", "src first differs at row 0 pixel 0 byte 0"}},
+      {MakeVariantSubject("BorderWriter", kFilterBorderWriter, FilterDriver{0}),
+       {"dst first differs at row 1 pixel 0 byte 0"}},
+      {MakeVariantSubject("OffByTwo", kFilterOffByTwo, FilterDriver{1}),
+       {"dst first differs at row 1 pixel 1"}},
+  };
+  for (const auto& c : cases) {
+    const std::vector<std::string> failures = Failures(c.subject);
+    ASSERT_EQ(failures.size(), 1u) << "the harness missed the broken body of " << c.subject.name;
+    for (const std::string& needle : c.needles) {
+      EXPECT_NE(failures[0].find(needle), std::string::npos)
+          << "expected \"" << needle << "\" in:\n"
+          << failures[0];
+    }
   }
-  std::vector<std::string> messages;
-  for (int i = 0; i < results.size(); ++i)
-    messages.emplace_back(results.GetTestPartResult(i).message());
-  return messages;
 }
 
-void ExpectCaught(const VariantSubject& subject, const std::vector<std::string>& needles) {
-  const std::vector<std::string> failures = FailuresOf(subject, 1);
-  ASSERT_EQ(failures.size(), 1u) << "the harness missed the broken body of " << subject.name;
-  for (const std::string& needle : needles) {
-    EXPECT_NE(failures[0].find(needle), std::string::npos) << "expected \"" << needle << "\" in:\n"
-                                                           << failures[0];
-  }
-}
-
-TEST(VariantHarness, CatchesAWriteIntoRowPadding) {
-  const VariantSubject s =
-      MakeVariantSubject("PaddingWriter", kPaddingTable, &RefCopy, CopyC3Driver{});
-  ExpectCaught(s, {"PaddingWriter class 1 [sse2]", "dst first differs",
-                   "row 0, 1 bytes past its pixels (padding)", "seed "});
-}
-
-TEST(VariantHarness, CatchesAMissedTailByte) {
-  const VariantSubject s = MakeVariantSubject("TailDropper", kTailTable, &RefCopy, CopyC3Driver{});
-  ExpectCaught(s, {" pixel ", " byte 2 (byte ", "case: "});
-}
-
-TEST(VariantHarness, CatchesAStatusThatDiffersFromTheReference) {
-  const VariantSubject s =
-      MakeVariantSubject("HeightUnchecked", kHeightTable, &RefCopy, CopyC3Driver{});
-  ExpectCaught(s, {"status 0, reference -6", "(height 0)"});
-}
-
-TEST(VariantHarness, CatchesAWriteOnInvalidArguments) {
-  const VariantSubject s =
-      MakeVariantSubject("EarlyWriter", kEarlyWriteTable, &RefCopy, CopyC3Driver{});
-  ExpectCaught(s, {"(null src)", "dst first differs at", "row 0 pixel 0 byte 0"});
+// The filter reads one pixel around its region, takes two sizes, and leaves scratch and work
+// memory with contents of its own; an error within the tolerance is no failure.
+TEST(VariantHarness, GivesFiltersWhatTheyArePromised) {
+  EXPECT_EQ(Failures(MakeVariantSubject("Exact", kFilterExact, FilterDriver{0})),
+            std::vector<std::string>{});
+  EXPECT_EQ(Failures(MakeVariantSubject("OffByOne", kFilterOffByOne, FilterDriver{1})),
+            std::vector<std::string>{});
 }
 
 TEST(VariantHarness, RunsABodySharedByClassesOnce) {
-  const VariantSubject s = MakeVariantSubject("Shared", kSharedTable, &RefCopy, CopyC3Driver{});
-  const std::vector<std::string> failures = FailuresOf(s, 3);
+  const std::vector<std::string> failures =
+      Failures(MakeVariantSubject("Shared", kSharedTable, CopyC3Driver{}), 3);
   ASSERT_EQ(failures.size(), 3u);
   for (const std::string& f : failures) {
     EXPECT_NE(f.find("Shared class 1 [sse2]+2+3+4+5+6:"), std::string::npos) << f;
@@ -175,8 +220,7 @@ TEST(VariantHarness, RunsABodySharedByClassesOnce) {
 }
 
 TEST(VariantHarnessDeathTest, AReadPastTheLastRowFaultsAndNamesTheCase) {
-  const VariantSubject s = MakeVariantSubject("Overreader", kOverreadTable,
-                                              &prim::ref::ippiMirror_8u_C1IR, MirrorC1Driver{});
+  const VariantSubject s = MakeVariantSubject("Overreader", kOverreadTable, MirrorC1Driver{});
   EXPECT_DEATH(CheckVariants(s, {.max_class = 1}),
                "fault in: Overreader class 1 .*case 1x2 axis 0");
 }

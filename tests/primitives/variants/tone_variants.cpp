@@ -1,7 +1,7 @@
-// Fast-path tone kernels of every class against the scalar model (the reference). A row's
-// first 16 * (width / 16) pixels are blocks and the rest the tail, so the harness's widths give
-// every tail length 0-15. Amounts come from the case's random bits: mostly the useful range,
-// sometimes anything at all (the kernels must agree on NaN and overflow too).
+// Fast-path tone kernels: drivers for the variant harness (the reference is the scalar model).
+// A row's first 16 * (width / 16) pixels are blocks and the rest the tail, so the harness's
+// widths give every tail length 0-15. Amounts come from the case's random bits: mostly the
+// useful range, sometimes anything at all (the kernels must agree on NaN and overflow too).
 #include "primitives/tone/tone.h"
 #include "primitives/variants/harness.h"
 
@@ -60,10 +60,10 @@ struct SaturationDriver {
   }
 };
 
-FK_VARIANT_TEST(kLightnessBlocksTable, LightnessBlocks, LevelDriver{});
-FK_VARIANT_TEST(kDarknessBlocksTable, DarknessBlocks, LevelDriver{});
-FK_VARIANT_TEST(kContrastBlocksTable, ContrastBlocks, ContrastDriver{});
-FK_VARIANT_TEST(kSaturationBlocksTable, SaturationBlocks, SaturationDriver{});
+FK_VARIANT_SUBJECT(LightnessBlocks, LevelDriver{});
+FK_VARIANT_SUBJECT(DarknessBlocks, LevelDriver{});
+FK_VARIANT_SUBJECT(ContrastBlocks, ContrastDriver{});
+FK_VARIANT_SUBJECT(SaturationBlocks, SaturationDriver{});
 
 }  // namespace
 }  // namespace framekit::test

@@ -1,4 +1,4 @@
-// Grey, duplicate and subtract bodies of every class against the reference.
+// Grey, duplicate and subtract primitives: drivers for the variant harness.
 #include "primitives/gray/gray.h"
 #include "primitives/sub/sub.h"
 #include "primitives/variants/harness.h"
@@ -44,9 +44,9 @@ struct SubDriver {
   }
 };
 
-FK_VARIANT_TEST(kColorToGrayTable, ippiColorToGray_8u_C3C1R, ColorToGrayDriver{});
-FK_VARIANT_TEST(kDupC1C3Table, ippiDup_8u_C1C3R, DupDriver{});
-FK_VARIANT_TEST(kSubC3ISfsTable, ippiSub_8u_C3IRSfs, SubDriver{});
+FK_VARIANT_SUBJECT(ippiColorToGray_8u_C3C1R, ColorToGrayDriver{});
+FK_VARIANT_SUBJECT(ippiDup_8u_C1C3R, DupDriver{});
+FK_VARIANT_SUBJECT(ippiSub_8u_C3IRSfs, SubDriver{});
 
 }  // namespace
 }  // namespace framekit::test

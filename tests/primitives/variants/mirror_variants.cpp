@@ -1,4 +1,4 @@
-// Mirror bodies of every class against the reference.
+// Mirror primitives: drivers for the variant harness.
 #include "primitives/mirror/mirror.h"
 #include "primitives/variants/harness.h"
 
@@ -31,11 +31,11 @@ struct MirrorCopyDriver {
   }
 };
 
-FK_VARIANT_TEST(kMirrorC1IRTable, ippiMirror_8u_C1IR, MirrorInPlaceDriver{1});
-FK_VARIANT_TEST(kMirrorC3IRTable, ippiMirror_8u_C3IR, MirrorInPlaceDriver{3});
-FK_VARIANT_TEST(kMirrorC4IRTable, ippiMirror_8u_C4IR, MirrorInPlaceDriver{4});
-FK_VARIANT_TEST(kMirrorC1RTable, ippiMirror_8u_C1R, MirrorCopyDriver{1});
-FK_VARIANT_TEST(kMirrorC4RTable, ippiMirror_8u_C4R, MirrorCopyDriver{4});
+FK_VARIANT_SUBJECT(ippiMirror_8u_C1IR, MirrorInPlaceDriver{1});
+FK_VARIANT_SUBJECT(ippiMirror_8u_C3IR, MirrorInPlaceDriver{3});
+FK_VARIANT_SUBJECT(ippiMirror_8u_C4IR, MirrorInPlaceDriver{4});
+FK_VARIANT_SUBJECT(ippiMirror_8u_C1R, MirrorCopyDriver{1});
+FK_VARIANT_SUBJECT(ippiMirror_8u_C4R, MirrorCopyDriver{4});
 
 }  // namespace
 }  // namespace framekit::test

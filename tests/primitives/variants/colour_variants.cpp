@@ -1,4 +1,4 @@
-// Colour-conversion and channel bodies of every class against the reference.
+// Colour-conversion and channel primitives: drivers for the variant harness.
 #include "primitives/channel/channel.h"
 #include "primitives/colour/colour.h"
 #include "primitives/variants/harness.h"
@@ -75,30 +75,32 @@ struct CopyAddDriver {
   }
 };
 
-// Modes pick a channel order: the exchange the conversions use, the others, and repeats.
+// Modes pick a channel order: the exchange the conversions use, the others, and repeats. The
+// swap may be given one buffer as source and destination.
 constexpr int32_t kOrders[][3] = {{2, 1, 0}, {0, 1, 2}, {1, 2, 0}, {2, 0, 1},
                                   {0, 2, 1}, {1, 0, 2}, {0, 0, 0}, {2, 2, 1}};
 
 struct SwapDriver {
   PrimitiveShape Shape() const {
     return {.images = {{"src", 3, Access::kRead}, {"dst", 3, Access::kWrite}},
-            .modes = {0, 0, 1, 2, 3, 4, 5, 6, 7}};
+            .modes = {0, 0, 1, 2, 3, 4, 5, 6, 7},
+            .in_place = {{0, 1}}};
   }
   prim::Status Call(prim::SwapC3Fn fn, const CallArgs& a) const {
     return fn(a.image[0], a.step[0], a.image[1], a.step[1], a.roi, kOrders[a.axis]);
   }
 };
 
-FK_VARIANT_TEST(kYCbCr422ToBGRTable, ippiYCbCr422ToBGR_8u_C2C3R, PackedConvertDriver{2, 3});
-FK_VARIANT_TEST(kBGRToYCbCr422Table, ippiBGRToYCbCr422_8u_C3C2R, PackedConvertDriver{3, 2});
-FK_VARIANT_TEST(kYUV420ToBGRTable, ippiYUV420ToBGR_8u_P3C3R, PlanarToPackedDriver{});
-FK_VARIANT_TEST(kBGRToYUV420Table, ippiBGRToYUV420_8u_C3P3R, PackedToPlanarDriver{});
-FK_VARIANT_TEST(kMirrorBGRToYUV420Table, MirrorBGRToYUV420, MirrorToPlanarDriver{});
-FK_VARIANT_TEST(kCopyAC4C3RTable, ippiCopy_8u_AC4C3R, PackedConvertDriver{4, 3});
-FK_VARIANT_TEST(kCopyC3AC4RTable, ippiCopy_8u_C3AC4R, PackedConvertDriver{3, 4});
-FK_VARIANT_TEST(kAddCC4IRSfsTable, ippiAddC_8u_C4IRSfs, AddCDriver{});
-FK_VARIANT_TEST(kCopyC3AC4AddCTable, CopyC3AC4AddC, CopyAddDriver{});
-FK_VARIANT_TEST(kSwapChannelsC3RTable, ippiSwapChannels_8u_C3R, SwapDriver{});
+FK_VARIANT_SUBJECT(ippiYCbCr422ToBGR_8u_C2C3R, PackedConvertDriver{2, 3});
+FK_VARIANT_SUBJECT(ippiBGRToYCbCr422_8u_C3C2R, PackedConvertDriver{3, 2});
+FK_VARIANT_SUBJECT(ippiYUV420ToBGR_8u_P3C3R, PlanarToPackedDriver{});
+FK_VARIANT_SUBJECT(ippiBGRToYUV420_8u_C3P3R, PackedToPlanarDriver{});
+FK_VARIANT_SUBJECT(MirrorBGRToYUV420, MirrorToPlanarDriver{});
+FK_VARIANT_SUBJECT(ippiCopy_8u_AC4C3R, PackedConvertDriver{4, 3});
+FK_VARIANT_SUBJECT(ippiCopy_8u_C3AC4R, PackedConvertDriver{3, 4});
+FK_VARIANT_SUBJECT(ippiAddC_8u_C4IRSfs, AddCDriver{});
+FK_VARIANT_SUBJECT(CopyC3AC4AddC, CopyAddDriver{});
+FK_VARIANT_SUBJECT(ippiSwapChannels_8u_C3R, SwapDriver{});
 
 }  // namespace
 }  // namespace framekit::test

@@ -1,4 +1,4 @@
-// Copy bodies of every class against the reference.
+// Copy primitives: drivers for the variant harness.
 #include "primitives/copy/copy.h"
 #include "primitives/variants/harness.h"
 
@@ -16,8 +16,8 @@ struct CopyDriver {
   }
 };
 
-FK_VARIANT_TEST(kCopyC3RTable, ippiCopy_8u_C3R, CopyDriver{3});
-FK_VARIANT_TEST(kCopyC4RTable, ippiCopy_8u_C4R, CopyDriver{4});
+FK_VARIANT_SUBJECT(ippiCopy_8u_C3R, CopyDriver{3});
+FK_VARIANT_SUBJECT(ippiCopy_8u_C4R, CopyDriver{4});
 
 }  // namespace
 }  // namespace framekit::test

@@ -1,4 +1,4 @@
-// Set bodies of every class against the reference.
+// Set primitives: drivers for the variant harness.
 #include "primitives/set/set.h"
 #include "primitives/variants/harness.h"
 
@@ -14,7 +14,7 @@ struct SetC3Driver {
   }
 };
 
-FK_VARIANT_TEST(kSetC3RTable, ippiSet_8u_C3R, SetC3Driver{});
+FK_VARIANT_SUBJECT(ippiSet_8u_C3R, SetC3Driver{});
 
 }  // namespace
 }  // namespace framekit::test

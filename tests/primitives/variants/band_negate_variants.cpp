@@ -1,4 +1,4 @@
-// Band-threshold and negate bodies of every class against the reference. Channel and band come
+// Band-threshold and negate primitives: drivers for the variant harness. Channel and band come
 // from the case's random bits (an invalid channel now and then, which must fail without writing).
 #include "primitives/band/band.h"
 #include "primitives/negate/negate.h"
@@ -28,8 +28,8 @@ struct NegateDriver {
   }
 };
 
-FK_VARIANT_TEST(kBandC3Table, BandThresholdC3, BandDriver{});
-FK_VARIANT_TEST(kNegateC3Table, NegateC3IntoCopy, NegateDriver{});
+FK_VARIANT_SUBJECT(BandThresholdC3, BandDriver{});
+FK_VARIANT_SUBJECT(NegateC3IntoCopy, NegateDriver{});
 
 }  // namespace
 }  // namespace framekit::test
