@@ -9,7 +9,8 @@ namespace {
 
 struct BandDriver {
   PrimitiveShape Shape() const {
-    return {.images = {{"frame", 3, Access::kReadWrite}}, .scalar = true};
+    // Benchmarks: channel 2, band (100, 200).
+    return {.images = {{"frame", 3, Access::kReadWrite}}, .scalar = true, .bench_scalar = 13132802};
   }
   prim::Status Call(prim::BandC3Fn fn, const CallArgs& a) const {
     const auto channel = static_cast<int32_t>(a.scalar % 13 == 0 ? 3 : a.scalar % 3);

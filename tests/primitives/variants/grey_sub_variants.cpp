@@ -10,7 +10,10 @@ namespace {
 // 16-bit weights, or a weight beyond 16 bits.
 struct ColorToGrayDriver {
   PrimitiveShape Shape() const {
-    return {.images = {{"src", 3, Access::kRead}, {"dst", 1, Access::kWrite}}, .scalar = true};
+    // Benchmarks: the greyscale effect's weights.
+    return {.images = {{"src", 3, Access::kRead}, {"dst", 1, Access::kWrite}},
+            .scalar = true,
+            .bench_scalar = 3};
   }
   prim::Status Call(prim::ColorToGrayFn fn, const CallArgs& a) const {
     static constexpr float kOdd[3][3] = {
@@ -36,7 +39,8 @@ struct DupDriver {
 struct SubDriver {
   PrimitiveShape Shape() const {
     return {.images = {{"src", 3, Access::kRead}, {"src_dst", 3, Access::kReadWrite}},
-            .scalar = true};
+            .scalar = true,
+            .bench_scalar = 1};  // scale 0, as the invert effect
   }
   prim::Status Call(prim::SubC3ISfsFn fn, const CallArgs& a) const {
     const int32_t scale = (a.scalar & 3) == 0 ? static_cast<int32_t>((a.scalar >> 8) % 19) - 9 : 0;

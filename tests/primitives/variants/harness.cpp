@@ -503,6 +503,7 @@ BenchCall::BenchCall(const VariantSubject& subject, Size frame, int32_t axis) {
   }
   const Size sizes[kMaxSizes] = {frame, frame};
   buffers_ = std::make_unique<Buffers>(subject, MakeCase(shape, sizes, axis, placements));
+  buffers_->call.args.scalar = shape.bench_scalar;
 }
 
 BenchCall::~BenchCall() = default;

@@ -74,6 +74,7 @@ struct PrimitiveShape {
   std::vector<int32_t> axes{};     // the valid mirror axes; the invalid ones are tried too
   int value_bytes = 0;             // length of the value array; 0 when there is none
   bool scalar = false;             // draws CallArgs::scalar afresh for every case
+  uint64_t bench_scalar = 0;       // the scalar bits benchmarks pass: the common case
   // Values of an integer argument that is always valid (a scale factor, an index into the
   // driver's own list), varied like axes and passed in CallArgs::axis; only without axes.
   std::vector<int32_t> modes{};

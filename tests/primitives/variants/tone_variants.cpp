@@ -8,8 +8,9 @@
 namespace framekit::test {
 namespace {
 
-PrimitiveShape InPlaceFrame() {
-  return {.images = {{"frame", 3, Access::kReadWrite}}, .scalar = true};
+// bench: the scalar bits of the amount benchmarks use.
+PrimitiveShape InPlaceFrame(uint64_t bench) {
+  return {.images = {{"frame", 3, Access::kReadWrite}}, .scalar = true, .bench_scalar = bench};
 }
 
 int32_t Level(uint64_t bits) {
@@ -40,21 +41,21 @@ uint32_t SaturationS(uint64_t bits) {
 }
 
 struct LevelDriver {
-  PrimitiveShape Shape() const { return InPlaceFrame(); }
+  PrimitiveShape Shape() const { return InPlaceFrame((15 << 8) | 1); }  // level 16
   prim::Status Call(prim::LevelBlocksFn fn, const CallArgs& a) const {
     return fn(a.image[0], a.step[0], a.roi, Level(a.scalar));
   }
 };
 
 struct ContrastDriver {
-  PrimitiveShape Shape() const { return InPlaceFrame(); }
+  PrimitiveShape Shape() const { return InPlaceFrame((320 << 8) | 2); }  // k = 20
   prim::Status Call(prim::ContrastBlocksFn fn, const CallArgs& a) const {
     return fn(a.image[0], a.step[0], a.roi, ContrastK(a.scalar));
   }
 };
 
 struct SaturationDriver {
-  PrimitiveShape Shape() const { return InPlaceFrame(); }
+  PrimitiveShape Shape() const { return InPlaceFrame((300 << 8) | 2); }  // S = 300
   prim::Status Call(prim::SaturationBlocksFn fn, const CallArgs& a) const {
     return fn(a.image[0], a.step[0], a.roi, SaturationS(a.scalar));
   }
