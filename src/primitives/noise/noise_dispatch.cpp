@@ -1,0 +1,11 @@
+#include "primitives/noise/noise.h"
+
+namespace framekit::prim {
+
+FK_PRIMITIVE_TABLE(ColourNoiseBlocks, NoiseBlocksSig, .ref = ref::ColourNoiseBlocks,
+                   .sse41 = FK_X86(sse41::ColourNoiseBlocks),
+                   .avx2 = FK_X86(avx2::ColourNoiseBlocks));
+FK_PRIMITIVE_TABLE(MonoNoiseBlocks, NoiseBlocksSig, .ref = ref::MonoNoiseBlocks,
+                   .sse41 = FK_X86(sse41::MonoNoiseBlocks), .avx2 = FK_X86(avx2::MonoNoiseBlocks));
+
+}  // namespace framekit::prim
