@@ -26,7 +26,6 @@ using BlurColumnsSig = Status(uint8_t* p, int32_t step, Size roi, int32_t radius
                               int32_t rounded_width, uint8_t* work);
 using BlurColumnsFn = BlurColumnsSig*;
 
-// Rows are a serial running sum per channel and stay scalar.
 namespace ref {
 BlurRowsSig BlurRows;
 BlurColumnsSig BlurColumns;
@@ -35,8 +34,9 @@ namespace sse2 {
 BlurColumnsSig BlurColumns;
 }
 namespace avx2 {
+BlurRowsSig BlurRows;
 BlurColumnsSig BlurColumns;
-}
+}  // namespace avx2
 
 FK_PRIMITIVE(BlurRows, BlurRowsSig);
 FK_PRIMITIVE(BlurColumns, BlurColumnsSig);

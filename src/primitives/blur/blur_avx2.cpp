@@ -1,10 +1,21 @@
-// Box-blur columns, AVX2 level: class 6. A strip of 16 rounded pixel columns is 48 byte columns:
-// six vectors of eight 32-bit running sums, widened straight from memory; the packs interleave
-// the 128-bit halves, which one dword permutation undoes. Strips past the rounded columns, and
-// a rounded strip narrower than 16 pixels, are the scalar ones of blur_kernels.h.
+// Box-blur passes, AVX2 level: class 6.
+//
+// Rows: sixteen rows at a time, turned on their side. Each 16 x 16 byte block of the band is
+// transposed into a ring of byte columns (a column holds one byte position of the 16 rows), the
+// running sums of the three channels move along the ring as vectors of 16-bit lanes (one lane a
+// row), and the divisions are 16-bit multiply-highs exact for the window sums (Magic16). The
+// results are transposed back a block at a time, behind the sums, so the pass stays in place.
+// Rows past the last whole band, radii beyond the ring and window counts without a 16-bit
+// multiplier are the scalar rows of blur_kernels.h.
+//
+// Columns: a strip of 16 rounded pixel columns is 48 byte columns: six vectors of eight 32-bit
+// running sums, widened straight from memory; the packs interleave the 128-bit halves, which
+// one dword permutation undoes. Strips past the rounded columns, and a rounded strip narrower
+// than 16 pixels, are the scalar ones of blur_kernels.h.
 #include <immintrin.h>
 
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 
 #include "primitives/blur/blur.h"
@@ -52,13 +63,315 @@ void RoundedStrip(uint8_t* p, int32_t step, Size roi, int32_t radius, int64_t x0
   for (int64_t y = 0; y < h; ++y) std::memcpy(RowAt(p, step, y) + x0, work + 48 * y, 48);
 }
 
+// ---- Rows
+
+constexpr int64_t kRingColumns = 256;  // a power of two
+constexpr int64_t kMaxRowRadius = (kRingColumns - 64) / 6;
+
+// Two 16 x 16 byte transposes, one in each 128-bit half: four rounds of interleaving each row
+// with the one eight below.
+void Transpose16(__m256i v[16]) {
+  for (int round = 0; round < 4; ++round) {
+    __m256i out[16];
+    for (int k = 0; k < 8; ++k) {
+      out[2 * k] = _mm256_unpacklo_epi8(v[k], v[k + 8]);
+      out[2 * k + 1] = _mm256_unpackhi_epi8(v[k], v[k + 8]);
+    }
+    for (int k = 0; k < 16; ++k) v[k] = out[k];
+  }
+}
+
+// The bytes of 16 rows, turned on their side a block of 32 byte columns at a time (two 16 x 16
+// transposes side by side): Load transposes a block into the ring (one 16-bit lane a row),
+// Store transposes 32 result columns back into the rows.
+class RowBand {
+ public:
+  static constexpr int64_t kBlock = 32;
+
+  void Reset(uint8_t* const rows[16], int64_t bytes) {
+    for (int k = 0; k < 16; ++k) rows_[k] = rows[k];
+    bytes_ = bytes;
+    loaded_ = 0;
+  }
+  // Makes sure byte columns up to `col` are in the ring.
+  void Need(int64_t col) {
+    while (loaded_ <= col && loaded_ < bytes_) Load(loaded_), loaded_ += kBlock;
+  }
+  __m256i Column(int64_t col) const { return ring_[col & (kRingColumns - 1)]; }
+
+  // Result columns at .. at + 31 (16-bit lanes, at most 255) back into the rows.
+  void Store(int64_t at, const __m256i out[kBlock]) {
+    // Columns k and k + 16 in one pack: [k rows 0-7, k + 16 rows 0-7 | k rows 8-15, k + 16 rows
+    // 8-15], put in order by one permutation: [k | k + 16], each half a column of 16 rows.
+    __m256i v[16];
+    for (int k = 0; k < 16; ++k) {
+      v[k] = _mm256_permute4x64_epi64(_mm256_packus_epi16(out[k], out[k + 16]), 0xD8);
+    }
+    Transpose16(v);
+    const int64_t n = bytes_ - at < kBlock ? bytes_ - at : kBlock;
+    for (int k = 0; k < 16; ++k) {
+      if (n == kBlock) {
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(rows_[k] + at), v[k]);
+      } else {
+        alignas(32) uint8_t part[kBlock];
+        _mm256_store_si256(reinterpret_cast<__m256i*>(part), v[k]);
+        std::memcpy(rows_[k] + at, part, static_cast<size_t>(n));
+      }
+    }
+  }
+
+ private:
+  void Load(int64_t at) {
+    __m256i v[16];
+    const int64_t n = bytes_ - at < kBlock ? bytes_ - at : kBlock;
+    for (int k = 0; k < 16; ++k) {
+      if (n == kBlock) {
+        v[k] = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(rows_[k] + at));
+      } else {
+        alignas(32) uint8_t part[kBlock] = {};
+        std::memcpy(part, rows_[k] + at, static_cast<size_t>(n));
+        v[k] = _mm256_load_si256(reinterpret_cast<const __m256i*>(part));
+      }
+    }
+    Transpose16(v);  // v[k]: [column at + k | column at + 16 + k]
+    for (int k = 0; k < 16; ++k) {
+      ring_[(at + k) & (kRingColumns - 1)] = _mm256_cvtepu8_epi16(_mm256_castsi256_si128(v[k]));
+      ring_[(at + 16 + k) & (kRingColumns - 1)] =
+          _mm256_cvtepu8_epi16(_mm256_extracti128_si256(v[k], 1));
+    }
+  }
+
+  uint8_t* rows_[16];
+  int64_t bytes_;
+  int64_t loaded_;
+  __m256i ring_[kRingColumns];
+};
+
+// The 16-bit divisions of every pixel position: false when a count has none.
+bool RowMagic(int64_t w, int64_t r, blur::Magic16* magic) {
+  for (int64_t i = 0; i < w; ++i) {
+    const int64_t n = blur::WindowCount(i, r, w);
+    if (n == 1) {
+      magic[i] = {0, -1};  // a window of one: the sum itself
+    } else if (!blur::FindMagic16(n, 255 * n, &magic[i])) {
+      return false;
+    }
+  }
+  return true;
+}
+
+// A 16-bit division by multiply-high and shift (Magic16); shift -1: a window of one.
+struct VectorMagic {
+  __m256i mul;
+  __m128i shift;
+  bool identity, unshifted;
+  explicit VectorMagic(const blur::Magic16& m)
+      : mul(_mm256_set1_epi16(static_cast<short>(m.mul))),
+        shift(_mm_cvtsi32_si128(m.shift < 0 ? 0 : m.shift)),
+        identity(m.shift < 0),
+        unshifted(m.shift == 0) {}
+  __m256i Quotient(__m256i sum) const {
+    if (identity) return sum;
+    const __m256i q = _mm256_mulhi_epu16(sum, mul);
+    return unshifted ? q : _mm256_srl_epi16(q, shift);
+  }
+};
+
+// The three channels' running sums, rotated after every column so that `now` is always the sum
+// of the current column's channel.
+struct Sums {
+  __m256i now, next, after;
+  void Rotate() {
+    const __m256i t = now;
+    now = next;
+    next = after;
+    after = t;
+  }
+};
+
+// One band: blocks of 32 result columns. A block whose columns all have a column entering and
+// one leaving their windows, and the middle's divisor, takes the short loop.
+void Band(int64_t w, int64_t r, const blur::Magic16* magic, RowBand& band) {
+  const int64_t n = 3 * w, reach = 3 * r;
+  __m256i pre[3] = {_mm256_setzero_si256(), _mm256_setzero_si256(), _mm256_setzero_si256()};
+  const int64_t lead = w < r ? w : r;
+  if (lead > 0) band.Need(3 * lead - 1);
+  for (int64_t i = 0; i < lead; ++i) {
+    for (int c = 0; c < 3; ++c) pre[c] = _mm256_add_epi16(pre[c], band.Column(3 * i + c));
+  }
+  Sums s{pre[0], pre[1], pre[2]};
+  const VectorMagic inner(magic[w / 2]);
+  constexpr int64_t kBlock = RowBand::kBlock;
+  __m256i out[kBlock];
+  for (int64_t at = 0; at < n; at += kBlock) {
+    band.Need(at + kBlock - 1 + reach);
+    if (at - reach - 3 >= 0 && at + kBlock - 1 + reach < n) {
+      for (int k = 0; k < kBlock; ++k) {
+        const int64_t j = at + k;
+        s.now = _mm256_sub_epi16(_mm256_add_epi16(s.now, band.Column(j + reach)),
+                                 band.Column(j - reach - 3));
+        out[k] = inner.Quotient(s.now);
+        s.Rotate();
+      }
+    } else {
+      for (int k = 0; k < kBlock && at + k < n; ++k) {
+        const int64_t j = at + k, i = j / 3;
+        if (i + r < w) s.now = _mm256_add_epi16(s.now, band.Column(j + reach));
+        if (i - r - 1 >= 0) s.now = _mm256_sub_epi16(s.now, band.Column(j - reach - 3));
+        out[k] = VectorMagic(magic[i]).Quotient(s.now);
+        s.Rotate();
+      }
+    }
+    band.Store(at, out);
+  }
+}
+
+}  // namespace
+
+Status BlurRows(uint8_t* p, int32_t step, Size roi, int32_t radius, uint8_t* row) {
+  if (const Status s = blur::CheckPass(p, row, roi, radius); s != ippStsNoErr) return s;
+  const int64_t w = roi.width, r = radius;
+  int32_t y = 0;
+  auto* magic = r <= kMaxRowRadius && roi.height >= 16
+                    ? static_cast<blur::Magic16*>(
+                          std::malloc(sizeof(blur::Magic16) * static_cast<size_t>(w)))
+                    : nullptr;
+  // The band holds 32-byte vectors: its block is aligned by hand.
+  void* block = magic != nullptr ? std::malloc(sizeof(RowBand) + 32) : nullptr;
+  auto* band = reinterpret_cast<RowBand*>((reinterpret_cast<uintptr_t>(block) + 31) & ~uintptr_t{31});
+  if (block != nullptr && RowMagic(w, r, magic)) {
+    for (; y + 16 <= roi.height; y += 16) {
+      uint8_t* rows[16];
+      for (int k = 0; k < 16; ++k) rows[k] = RowAt(p, step, y + k);
+      band->Reset(rows, 3 * w);
+      Band(w, r, magic, *band);
+    }
+  }
+  std::free(block);
+  std::free(magic);
+  blur::ScalarRows(p, step, roi, radius, row, y);
+  // The scalar rows leave their last one in `row`; a last whole band does not.
+  if (y == roi.height) std::memcpy(row, RowAt(p, step, roi.height - 1), static_cast<size_t>(3 * w));
+  return ippStsNoErr;
+}
+
+namespace {
+
+// ---- Columns in 16-bit lanes: while every window sum fits (255 * n <= 65535), a strip's 48
+// byte columns are three vectors of 16-bit sums. A row whose count is odd takes the integer
+// form of the rounded mean (FindRoundedMagic16); the others widen to 32 bits for the float
+// form.
+
+struct RowDivision {
+  bool integer;
+  blur::Magic16 magic;
+  float reciprocal;
+  int16_t count;
+};
+
+__m256i Widen16(const uint8_t* at) {
+  return _mm256_cvtepu8_epi16(_mm_loadu_si128(reinterpret_cast<const __m128i*>(at)));
+}
+
+// Rounded means of 16 sums: by 2n with a multiply-high, or in single precision.
+__m256i RoundedWords(__m256i sum, const RowDivision& d) {
+  if (d.integer) {
+    const __m256i t = _mm256_add_epi16(_mm256_add_epi16(sum, sum), _mm256_set1_epi16(d.count));
+    return _mm256_srl_epi16(_mm256_mulhi_epu16(t, _mm256_set1_epi16(static_cast<short>(d.magic.mul))),
+                            _mm_cvtsi32_si128(d.magic.shift));
+  }
+  const __m256 rcp = _mm256_set1_ps(d.reciprocal);
+  const __m256i lo = _mm256_cvtps_epi32(
+      _mm256_mul_ps(_mm256_cvtepi32_ps(_mm256_cvtepu16_epi32(_mm256_castsi256_si128(sum))), rcp));
+  const __m256i hi = _mm256_cvtps_epi32(_mm256_mul_ps(
+      _mm256_cvtepi32_ps(_mm256_cvtepu16_epi32(_mm256_extracti128_si256(sum, 1))), rcp));
+  return _mm256_permute4x64_epi64(_mm256_packs_epi32(lo, hi), 0xD8);
+}
+
+// A strip of 16 * kVectors byte columns. Results are written back in place as soon as the
+// row they replace has left every window (r + 1 rows later), from a ring of r + 1 result rows.
+constexpr int64_t kMaxRing = 130;  // r + 1 for every radius the 16-bit sums allow
+
+template <int kVectors>
+void RoundedStrip16(uint8_t* p, int32_t step, Size roi, int32_t radius, int64_t x0,
+                    const RowDivision* division) {
+  alignas(32) uint8_t ring[kMaxRing][16 * kVectors];
+  __m256i s[kVectors];
+  for (__m256i& v : s) v = _mm256_setzero_si256();
+  const int64_t h = roi.height, r = radius, slots = r + 1;
+  for (int64_t y = 0; y < h && y < r; ++y) {
+    const uint8_t* row = RowAt(p, step, y) + x0;
+    for (int k = 0; k < kVectors; ++k) s[k] = _mm256_add_epi16(s[k], Widen16(row + 16 * k));
+  }
+  auto write_back = [&](int64_t y) {
+    std::memcpy(RowAt(p, step, y) + x0, ring[y % slots], 16 * kVectors);
+  };
+  for (int64_t y = 0; y < h; ++y) {
+    if (y + r < h) {
+      const uint8_t* in = RowAt(p, step, y + r) + x0;
+      for (int k = 0; k < kVectors; ++k) s[k] = _mm256_add_epi16(s[k], Widen16(in + 16 * k));
+    }
+    if (y - r - 1 >= 0) {
+      const uint8_t* out = RowAt(p, step, y - r - 1) + x0;
+      for (int k = 0; k < kVectors; ++k) s[k] = _mm256_sub_epi16(s[k], Widen16(out + 16 * k));
+      write_back(y - r - 1);
+    }
+    const RowDivision& d = division[y];
+    uint8_t* dst = ring[y % slots];
+    for (int k = 0; k + 1 < kVectors; k += 2) {
+      const __m256i q = _mm256_permute4x64_epi64(
+          _mm256_packus_epi16(RoundedWords(s[k], d), RoundedWords(s[k + 1], d)), 0xD8);
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(dst + 16 * k), q);
+    }
+    if (kVectors % 2 == 1) {
+      const __m256i q = RoundedWords(s[kVectors - 1], d);
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(dst + 16 * (kVectors - 1)),
+                      _mm256_castsi256_si128(_mm256_permute4x64_epi64(_mm256_packus_epi16(q, q), 0xD8)));
+    }
+  }
+  for (int64_t y = h - slots < 0 ? 0 : h - slots; y < h; ++y) write_back(y);
+}
+
 }  // namespace
 
 Status BlurColumns(uint8_t* p, int32_t step, Size roi, int32_t radius, int32_t rounded_width,
                    uint8_t* work) {
   if (const Status s = blur::CheckPass(p, work, roi, radius); s != ippStsNoErr) return s;
   const int64_t rounded_end = blur::RoundedEnd(roi, rounded_width);
+  const int64_t h = roi.height, r = radius;
+  const int64_t widest = 2 * r + 1 < h ? 2 * r + 1 : h;
   int64_t x = 0;
+  auto* division = rounded_end >= 16 && 255 * widest <= 65535
+                       ? static_cast<RowDivision*>(std::malloc(sizeof(RowDivision) * h))
+                       : nullptr;
+  if (division != nullptr) {
+    for (int64_t y = 0; y < h; ++y) {
+      const int64_t n = blur::WindowCount(y, r, h);
+      RowDivision& d = division[y];
+      d.integer = blur::FindRoundedMagic16(n, &d.magic);
+      d.reciprocal = blur::Reciprocal(n);
+      d.count = static_cast<int16_t>(n);
+    }
+    // Strips of 64 bytes, then what is left of the whole rounded strips (16, 32 or 48 bytes).
+    const int64_t rounded_bytes = 3 * (rounded_end / 16 * 16);
+    int64_t b = 0;
+    for (; b + 64 <= rounded_bytes; b += 64) RoundedStrip16<4>(p, step, roi, radius, b, division);
+    switch ((rounded_bytes - b) / 16) {
+      case 3:
+        RoundedStrip16<3>(p, step, roi, radius, b, division);
+        break;
+      case 2:
+        RoundedStrip16<2>(p, step, roi, radius, b, division);
+        break;
+      case 1:
+        RoundedStrip16<1>(p, step, roi, radius, b, division);
+        break;
+      default:
+        break;
+    }
+    x = rounded_bytes / 3;
+    std::free(division);
+  }
   for (; x + 16 <= rounded_end; x += 16) RoundedStrip(p, step, roi, radius, 3 * x, work);
   blur::ScalarStrips(p, step, roi, radius, x, rounded_end, work);
   return ippStsNoErr;

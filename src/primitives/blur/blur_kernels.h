@@ -53,6 +53,61 @@ static inline Status CheckPass(const void* p, const void* buffer, Size roi, int3
   return radius < 0 ? ippStsSizeErr : ippStsNoErr;
 }
 
+// Rows first_row .. roi.height - 1 of the horizontal pass, scalar: row i's window moves right by
+// one pixel, the pixel leaving it subtracted and the one entering added; the divisor is the same
+// 2r + 1 between the edges. Each row is built in `row` and copied back.
+static inline void ScalarRows(uint8_t* p, int32_t step, Size roi, int32_t radius, uint8_t* row,
+                              int32_t first_row) {
+  const int64_t w = roi.width, r = radius;
+  const Divider inner(2 * r + 1 <= w ? 2 * r + 1 : w);
+  for (int32_t y = first_row; y < roi.height; ++y) {
+    uint8_t* px = RowAt(p, step, y);
+    uint32_t s[3] = {};
+    for (int64_t i = 0; i < w && i < r; ++i) {
+      for (int c = 0; c < 3; ++c) s[c] += px[3 * i + c];
+    }
+    for (int64_t i = 0; i < w; ++i) {
+      for (int c = 0; c < 3; ++c) {
+        if (i + r < w) s[c] += px[3 * (i + r) + c];
+        if (i - r - 1 >= 0) s[c] -= px[3 * (i - r - 1) + c];
+      }
+      const bool interior = i - r >= 0 && i + r < w;
+      const Divider edge(interior ? 1 : WindowCount(i, r, w));
+      const Divider& div = interior ? inner : edge;
+      for (int c = 0; c < 3; ++c) row[3 * i + c] = static_cast<uint8_t>(div(s[c]));
+    }
+    std::memcpy(px, row, static_cast<size_t>(3 * w));
+  }
+}
+
+// Truncating division of a 16-bit dividend (at most max_dividend) by d as a 16-bit multiply-high
+// and a shift: floor(x * m / 2^(16 + shift)) with m = floor(2^(16 + shift) / d) + 1 is off from
+// x / d by x * e / (d * 2^(16 + shift)), e <= d, which stays below 1 / d while
+// max_dividend * d < 2^(16 + shift). m must also fit in 16 bits; false when no shift gives both.
+struct Magic16 {
+  uint16_t mul;
+  int shift;
+};
+static inline bool FindMagic16(int64_t d, int64_t max_dividend, Magic16* magic) {
+  for (int shift = 0; shift < 16; ++shift) {
+    const int64_t scale = int64_t{1} << (16 + shift);
+    const int64_t mul = scale / d + 1;
+    if (max_dividend * d < scale && mul < 65536) {
+      *magic = {static_cast<uint16_t>(mul), shift};
+      return true;
+    }
+  }
+  return false;
+}
+
+// The fast path's rounded mean for an odd count n: then sum / n is never a half, and
+// round_even(float(sum) * float(1 / n)) equals floor((2 sum + n) / (2 n)) for every sum up to
+// 255 n (an exhaustive test holds every count with a multiplier to that). The division by 2n is
+// a Magic16 for dividends up to 511 n (16 bits for n up to 127); false when there is none.
+static inline bool FindRoundedMagic16(int64_t n, Magic16* magic) {
+  return n % 2 == 1 && n <= 127 && FindMagic16(2 * n, 511 * n, magic);
+}
+
 // One strip of `bytes` byte columns (at most 48) starting at byte column `x0`, down all rows:
 // results into work (48 bytes a row), then copied back. `rounded`: the fast path's division.
 static inline void ColumnStrip(uint8_t* p, int32_t step, Size roi, int32_t radius, int64_t x0,

@@ -18,7 +18,7 @@ int32_t NoiseAmount(uint64_t bits) {
 
 struct NoiseDriver {
   PrimitiveShape Shape() const {
-    return {.images = {{"frame", 3, Access::kReadWrite}}, .scalar = true, .bench_scalar = 199 << 8};
+    return {.images = {{"frame", 3, Access::kReadWrite}}, .scalar = true, .bench_scalar = (199 << 8) | 1};  // amount 200
   }
   prim::Status Call(prim::NoiseBlocksFn fn, const CallArgs& a) const {
     const uint64_t s = a.scalar * 0x9E3779B97F4A7C15ull;  // the lanes: other bits of the case
@@ -43,7 +43,7 @@ struct BlurRowsDriver {
   PrimitiveShape Shape() const {
     return {.images = {{"frame", 3, Access::kReadWrite}, {"row", 3, Access::kScratch}},
             .scalar = true,
-            .bench_scalar = 6 << 8};
+            .bench_scalar = (6 << 8) | 2};  // radius 6
   }
   prim::Status Call(prim::BlurRowsFn fn, const CallArgs& a) const {
     return fn(a.image[0], a.step[0], a.roi, Radius(a.scalar), a.image[1]);
@@ -68,7 +68,7 @@ struct BlurColumnsDriver {
   PrimitiveShape Shape() const {
     return {.images = {{"frame", 3, Access::kReadWrite}},
             .scalar = true,
-            .bench_scalar = (6 << 8) | (uint64_t{3} << 40),
+            .bench_scalar = (6 << 8) | 2 | (uint64_t{3} << 40),  // radius 6, whole strips
             .work_bytes = [](const CallArgs& a) {
               return a.roi.height > 0 ? 48 * a.roi.height : 0;
             }};
