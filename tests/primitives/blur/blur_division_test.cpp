@@ -23,11 +23,11 @@ TEST(BlurDivision, TruncatingMultipliersAreExactForEveryWindowSum) {
 }
 
 TEST(BlurDivision, IntegerRoundedMeanEqualsTheFloatOneForOddCounts) {
-  int64_t largest = 0;
+  int64_t largest = -1;
   for (int64_t n = 1; n <= 127; n += 2) {
     blur::Magic16 m;
     if (!blur::FindRoundedMagic16(n, &m)) continue;
-    EXPECT_EQ(largest, n - 2) << "a gap before " << n;
+    EXPECT_EQ(largest, n - 2) << "a gap before " << n;  // the counts with one are 1, 3, ...
     largest = n;
     const float rcp = blur::Reciprocal(n);
     for (int64_t sum = 0; sum <= 255 * n; ++sum) {
