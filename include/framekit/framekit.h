@@ -379,7 +379,8 @@ FRAMEKIT_EXPORT void EffectSpray(uint8_t* frame, int32_t width, int32_t height,
                                  int32_t amount) FRAMEKIT_NOEXCEPT;
 
 /* Blocks of B x B pixels from the rectangle's top-left corner on, each taking the colour of its
- * top-left pixel; blocks at the right and bottom are cut short. B <= 1 changes nothing. */
+ * top-left pixel; blocks at the right and bottom are cut short. B <= 1 changes nothing, and so
+ * does a failure to allocate one row of memory. */
 FRAMEKIT_EXPORT void EffectMosaic(uint8_t* frame, int32_t width, int32_t height,
                                   int32_t block) FRAMEKIT_NOEXCEPT;
 /* EffectMosaic inside rect (copied before use; null: nothing happens). A rectangle empty across

@@ -73,11 +73,19 @@ void Spray(uint8_t* frame, int32_t width, int32_t height, int32_t amount) {
   }
 }
 
+// A run of `pixels` pixels of one colour, written 8 bytes at a time (2 pixels and 2 bytes of the
+// next run, which that run then overwrites): up to 8 bytes past the run may be written.
+void FillRun(uint8_t* dst, int64_t pixels, const uint8_t colour[3]) {
+  uint8_t pattern[8];
+  for (int k = 0; k < 8; ++k) pattern[k] = colour[k % 3];
+  for (int64_t at = 0; at < 3 * pixels; at += 6) std::memcpy(dst + at, pattern, 8);
+}
+
 // Every pixel of the covered area takes the colour of its block's top-left pixel. The area is
 // the rectangle, or its first row or column when it is empty that way (the block loops test
 // their bounds after a first pass). Blocks only read their own corner pixel, which they rewrite
-// with its own value, so the order of the passes does not matter and each block row is built
-// once and copied to the rows below it.
+// with its own value, so the order of the passes does not matter: each block row is built once
+// from its corner pixels, in a row of its own, and copied to every row of the block.
 void Mosaic(uint8_t* frame, int32_t width, int32_t height, int32_t block, const MosaicRect& rect) {
   if (frame == nullptr || block <= 1 || width < 1 || height < 1) return;
   const int64_t b = block, w = width, h = height;
@@ -88,25 +96,23 @@ void Mosaic(uint8_t* frame, int32_t width, int32_t height, int32_t block, const 
   const int64_t x0 = left > 0 ? left : 0, x1 = right < w ? right : w;
   const int64_t y0 = top > 0 ? top : 0, y1 = bottom < h ? bottom : h;
   if (x0 >= x1 || y0 >= y1) return;
-  // Block corners come first in the area, so a corner outside the frame (left or top below 0)
-  // has no colour to give: its pixels stay as they are.
+  // A block whose corner lies outside the frame (left or top below 0) has no colour to give:
+  // its pixels stay as they are. So the copied columns start at the first corner at or right
+  // of column 0, and block rows whose corner row is above the frame are skipped.
+  const int64_t from = left < 0 ? left + (-left + b - 1) / b * b : left;
+  if (from >= x1) return;
+  const size_t bytes = static_cast<size_t>(3 * (x1 - from));
+  Owned<uint8_t> built(static_cast<uint8_t*>(std::malloc(bytes + 8)));
+  if (!built) return;
   for (int64_t yb = top + (y0 - top) / b * b; yb < y1; yb += b) {
     if (yb < 0) continue;
-    uint8_t* corner_row = PixelAt(frame, w, 0, yb);
-    for (int64_t xr = left + (x0 - left) / b * b; xr < x1; xr += b) {
-      if (xr < 0) continue;
-      const uint8_t colour[3] = {corner_row[3 * xr], corner_row[3 * xr + 1],
-                                 corner_row[3 * xr + 2]};
-      const int64_t end = xr + b < x1 ? xr + b : x1;
-      for (int64_t x = xr; x < end; ++x) std::memcpy(corner_row + 3 * x, colour, 3);
+    const uint8_t* corners = PixelAt(frame, w, 0, yb);
+    for (int64_t xr = from; xr < x1; xr += b) {
+      FillRun(built.get() + 3 * (xr - from), (xr + b < x1 ? xr + b : x1) - xr, corners + 3 * xr);
     }
-    const int64_t first = (left < 0 ? left + (-left + b - 1) / b * b : left);
-    const int64_t from = first > x0 ? first : x0;
-    if (from >= x1) continue;
     const int64_t rows_end = yb + b < y1 ? yb + b : y1;
-    for (int64_t y = (yb + 1 > y0 ? yb + 1 : y0); y < rows_end; ++y) {
-      std::memcpy(PixelAt(frame, w, from, y), PixelAt(frame, w, from, yb),
-                  static_cast<size_t>(3 * (x1 - from)));
+    for (int64_t y = yb > y0 ? yb : y0; y < rows_end; ++y) {
+      std::memcpy(PixelAt(frame, w, from, y), built.get(), bytes);
     }
   }
 }

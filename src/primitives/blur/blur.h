@@ -31,8 +31,9 @@ BlurRowsSig BlurRows;
 BlurColumnsSig BlurColumns;
 }  // namespace ref
 namespace sse2 {
+BlurRowsSig BlurRows;
 BlurColumnsSig BlurColumns;
-}
+}  // namespace sse2
 namespace avx2 {
 BlurRowsSig BlurRows;
 BlurColumnsSig BlurColumns;

@@ -66,7 +66,14 @@ void RoundedStrip(uint8_t* p, int32_t step, Size roi, int32_t radius, int64_t x0
 // ---- Rows
 
 constexpr int64_t kRingColumns = 256;  // a power of two
-constexpr int64_t kMaxRowRadius = (kRingColumns - 64) / 6;
+
+// A byte column of 16 rows.
+struct Lanes {
+  __m256i v;
+  static Lanes Zero() { return {_mm256_setzero_si256()}; }
+  static Lanes Add(Lanes a, Lanes b) { return {_mm256_add_epi16(a.v, b.v)}; }
+  static Lanes Sub(Lanes a, Lanes b) { return {_mm256_sub_epi16(a.v, b.v)}; }
+};
 
 // Two 16 x 16 byte transposes, one in each 128-bit half: four rounds of interleaving each row
 // with the one eight below.
@@ -97,15 +104,15 @@ class RowBand {
   void Need(int64_t col) {
     while (loaded_ <= col && loaded_ < bytes_) Load(loaded_), loaded_ += kBlock;
   }
-  __m256i Column(int64_t col) const { return ring_[col & (kRingColumns - 1)]; }
+  Lanes Column(int64_t col) const { return {ring_[col & (kRingColumns - 1)]}; }
 
   // Result columns at .. at + 31 (16-bit lanes, at most 255) back into the rows.
-  void Store(int64_t at, const __m256i out[kBlock]) {
+  void Store(int64_t at, const Lanes out[kBlock]) {
     // Columns k and k + 16 in one pack: [k rows 0-7, k + 16 rows 0-7 | k rows 8-15, k + 16 rows
     // 8-15], put in order by one permutation: [k | k + 16], each half a column of 16 rows.
     __m256i v[16];
     for (int k = 0; k < 16; ++k) {
-      v[k] = _mm256_permute4x64_epi64(_mm256_packus_epi16(out[k], out[k + 16]), 0xD8);
+      v[k] = _mm256_permute4x64_epi64(_mm256_packus_epi16(out[k].v, out[k + 16].v), 0xD8);
     }
     Transpose16(v);
     const int64_t n = bytes_ - at < kBlock ? bytes_ - at : kBlock;
@@ -147,19 +154,6 @@ class RowBand {
   __m256i ring_[kRingColumns];
 };
 
-// The 16-bit divisions of every pixel position: false when a count has none.
-bool RowMagic(int64_t w, int64_t r, blur::Magic16* magic) {
-  for (int64_t i = 0; i < w; ++i) {
-    const int64_t n = blur::WindowCount(i, r, w);
-    if (n == 1) {
-      magic[i] = {0, -1};  // a window of one: the sum itself
-    } else if (!blur::FindMagic16(n, 255 * n, &magic[i])) {
-      return false;
-    }
-  }
-  return true;
-}
-
 // A 16-bit division by multiply-high and shift (Magic16); shift -1: a window of one.
 struct VectorMagic {
   __m256i mul;
@@ -170,89 +164,19 @@ struct VectorMagic {
         shift(_mm_cvtsi32_si128(m.shift < 0 ? 0 : m.shift)),
         identity(m.shift < 0),
         unshifted(m.shift == 0) {}
-  __m256i Quotient(__m256i sum) const {
+  Lanes Quotient(Lanes sum) const {
     if (identity) return sum;
-    const __m256i q = _mm256_mulhi_epu16(sum, mul);
-    return unshifted ? q : _mm256_srl_epi16(q, shift);
+    const __m256i q = _mm256_mulhi_epu16(sum.v, mul);
+    return {unshifted ? q : _mm256_srl_epi16(q, shift)};
   }
 };
 
-// The three channels' running sums, rotated after every column so that `now` is always the sum
-// of the current column's channel.
-struct Sums {
-  __m256i now, next, after;
-  void Rotate() {
-    const __m256i t = now;
-    now = next;
-    next = after;
-    after = t;
-  }
-};
-
-// One band: blocks of 32 result columns. A block whose columns all have a column entering and
-// one leaving their windows, and the middle's divisor, takes the short loop.
-void Band(int64_t w, int64_t r, const blur::Magic16* magic, RowBand& band) {
-  const int64_t n = 3 * w, reach = 3 * r;
-  __m256i pre[3] = {_mm256_setzero_si256(), _mm256_setzero_si256(), _mm256_setzero_si256()};
-  const int64_t lead = w < r ? w : r;
-  if (lead > 0) band.Need(3 * lead - 1);
-  for (int64_t i = 0; i < lead; ++i) {
-    for (int c = 0; c < 3; ++c) pre[c] = _mm256_add_epi16(pre[c], band.Column(3 * i + c));
-  }
-  Sums s{pre[0], pre[1], pre[2]};
-  const VectorMagic inner(magic[w / 2]);
-  constexpr int64_t kBlock = RowBand::kBlock;
-  __m256i out[kBlock];
-  for (int64_t at = 0; at < n; at += kBlock) {
-    band.Need(at + kBlock - 1 + reach);
-    if (at - reach - 3 >= 0 && at + kBlock - 1 + reach < n) {
-      for (int k = 0; k < kBlock; ++k) {
-        const int64_t j = at + k;
-        s.now = _mm256_sub_epi16(_mm256_add_epi16(s.now, band.Column(j + reach)),
-                                 band.Column(j - reach - 3));
-        out[k] = inner.Quotient(s.now);
-        s.Rotate();
-      }
-    } else {
-      for (int k = 0; k < kBlock && at + k < n; ++k) {
-        const int64_t j = at + k, i = j / 3;
-        if (i + r < w) s.now = _mm256_add_epi16(s.now, band.Column(j + reach));
-        if (i - r - 1 >= 0) s.now = _mm256_sub_epi16(s.now, band.Column(j - reach - 3));
-        out[k] = VectorMagic(magic[i]).Quotient(s.now);
-        s.Rotate();
-      }
-    }
-    band.Store(at, out);
-  }
-}
+#include "primitives/blur/blur_rows.h"
 
 }  // namespace
 
 Status BlurRows(uint8_t* p, int32_t step, Size roi, int32_t radius, uint8_t* row) {
-  if (const Status s = blur::CheckPass(p, row, roi, radius); s != ippStsNoErr) return s;
-  const int64_t w = roi.width, r = radius;
-  int32_t y = 0;
-  auto* magic = r <= kMaxRowRadius && roi.height >= 16
-                    ? static_cast<blur::Magic16*>(
-                          std::malloc(sizeof(blur::Magic16) * static_cast<size_t>(w)))
-                    : nullptr;
-  // The band holds 32-byte vectors: its block is aligned by hand.
-  void* block = magic != nullptr ? std::malloc(sizeof(RowBand) + 32) : nullptr;
-  auto* band = reinterpret_cast<RowBand*>((reinterpret_cast<uintptr_t>(block) + 31) & ~uintptr_t{31});
-  if (block != nullptr && RowMagic(w, r, magic)) {
-    for (; y + 16 <= roi.height; y += 16) {
-      uint8_t* rows[16];
-      for (int k = 0; k < 16; ++k) rows[k] = RowAt(p, step, y + k);
-      band->Reset(rows, 3 * w);
-      Band(w, r, magic, *band);
-    }
-  }
-  std::free(block);
-  std::free(magic);
-  blur::ScalarRows(p, step, roi, radius, row, y);
-  // The scalar rows leave their last one in `row`; a last whole band does not.
-  if (y == roi.height) std::memcpy(row, RowAt(p, step, roi.height - 1), static_cast<size_t>(3 * w));
-  return ippStsNoErr;
+  return BandedRows(p, step, roi, radius, row);
 }
 
 namespace {

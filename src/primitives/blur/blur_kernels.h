@@ -100,6 +100,20 @@ static inline bool FindMagic16(int64_t d, int64_t max_dividend, Magic16* magic) 
   return false;
 }
 
+// The 16-bit divisions of every pixel position of a row of w pixels: false when a count has
+// none. A window of one (shift -1) is the sum itself.
+static inline bool RowMagics(int64_t w, int64_t r, Magic16* magic) {
+  for (int64_t i = 0; i < w; ++i) {
+    const int64_t n = WindowCount(i, r, w);
+    if (n == 1) {
+      magic[i] = {0, -1};
+    } else if (!FindMagic16(n, 255 * n, &magic[i])) {
+      return false;
+    }
+  }
+  return true;
+}
+
 // The fast path's rounded mean for an odd count n: then sum / n is never a half, and
 // round_even(float(sum) * float(1 / n)) equals floor((2 sum + n) / (2 n)) for every sum up to
 // 255 n (an exhaustive test holds every count with a multiplier to that). The division by 2n is

@@ -87,6 +87,36 @@ class Generator {
   StepPair pairs_[6];
 };
 
+// Two groups' mono noise over 96 bytes in three 32-byte steps. Bytes 0-31 take pixels 0-10 and
+// bytes 64-95 pixels 21-31, each from one group (its bytes in both halves); bytes 32-63 take
+// pixels 10-15 from the first group and 16-21 from the second, one in each half.
+void ApplyMonoPair(uint8_t* px, __m128i first, __m128i second, __m128i half) {
+  struct Masks {
+    int8_t m[3][32];
+  };
+  static constexpr Masks kMasks = [] {
+    Masks k{};
+    for (int v = 0; v < 3; ++v) {
+      for (int t = 0; t < 32; ++t) {
+        const int pixel = (32 * v + t) / 3;            // 0..31
+        k.m[v][t] = static_cast<int8_t>(pixel % 16);  // within its group's 16 bytes
+      }
+    }
+    return k;
+  }();
+  const __m256i half2 = _mm256_broadcastsi128_si256(half);
+  const __m256i a = _mm256_subs_epu8(_mm256_broadcastsi128_si256(first), half2);
+  const __m256i b = _mm256_subs_epu8(_mm256_broadcastsi128_si256(second), half2);
+  const __m256i both = _mm256_permute2x128_si256(a, b, 0x30);  // [first | second]
+  const __m256i sources[3] = {a, both, b};
+  for (int v = 0; v < 3; ++v) {
+    const __m256i mask = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(kMasks.m[v]));
+    __m256i* at = reinterpret_cast<__m256i*>(px + 32 * v);
+    _mm256_storeu_si256(at, _mm256_adds_epu8(_mm256_loadu_si256(at),
+                                             _mm256_shuffle_epi8(sources[v], mask)));
+  }
+}
+
 #include "primitives/noise/noise_blocks.h"
 
 }  // namespace

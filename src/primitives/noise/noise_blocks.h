@@ -1,15 +1,16 @@
 // The group loops of the noise kernels for one vector level. NOLINT(build/header_guard)
 //
-// Included inside the namespace of each per-ISA file, so every copy stays inside its level. The
+// Included inside the anonymous namespace of each per-ISA file, so every copy stays inside its
+// level. The
 // including file defines `Generator` (its own way of computing batches from the lane state):
 //   Generator(NoiseLanes start, float scale);
 //   void Colour(__m128i* b, __m128i* g, __m128i* r);  // the three batches of one group
 //   void Mono2(__m128i* first, __m128i* second);       // the batches of two groups
 //   void Mono1(__m128i* n);                            // the batch of one group
+// and ApplyMonoPair(uint8_t* px, __m128i first, __m128i second, __m128i half), which adds two
+// groups' mono noise (96 bytes) the way its level does best; ApplyMono below does one group.
 // Noise planes are interleaved into pixel order with byte shuffles (cheaper than splitting the
 // pixels into planes and back), reduced by `half` and added with saturation.
-
-namespace {
 
 // Byte t of output vector v (pixel bytes 16v + t) comes from lane (16v + t) / 3 of plane
 // (16v + t) % 3; -1 clears it.
@@ -83,8 +84,7 @@ Status MonoRows(uint8_t* p, int32_t step, Size roi, int32_t amount, NoiseLanes l
     for (; g + 2 <= groups; g += 2, px += 96) {
       __m128i first, second;
       gen.Mono2(&first, &second);
-      ApplyMono(px, first, half);
-      ApplyMono(px + 48, second, half);
+      ApplyMonoPair(px, first, second, half);
     }
     if (g < groups) {
       __m128i n;
@@ -94,5 +94,3 @@ Status MonoRows(uint8_t* p, int32_t step, Size roi, int32_t amount, NoiseLanes l
   }
   return ippStsNoErr;
 }
-
-}  // namespace

@@ -58,6 +58,12 @@ class Generator {
   __m128 scale_;
 };
 
+void ApplyMono(uint8_t* px, __m128i n, __m128i half);
+void ApplyMonoPair(uint8_t* px, __m128i first, __m128i second, __m128i half) {
+  ApplyMono(px, first, half);
+  ApplyMono(px + 48, second, half);
+}
+
 #include "primitives/noise/noise_blocks.h"
 
 }  // namespace
