@@ -8,10 +8,10 @@
 // Rows past the last whole band, radii beyond the ring and window counts without a 16-bit
 // multiplier are the scalar rows of blur_kernels.h.
 //
-// Columns: a strip of 16 rounded pixel columns is 48 byte columns: six vectors of eight 32-bit
-// running sums, widened straight from memory; the packs interleave the 128-bit halves, which
-// one dword permutation undoes. Strips past the rounded columns, and a rounded strip narrower
-// than 16 pixels, are the scalar ones of blur_kernels.h.
+// Columns (blur_columns.h): strips of up to 64 byte columns as 16-bit sums, 16 a vector, written
+// back in place r + 1 rows later; a row with an odd count takes the integer rounded mean, the
+// others single precision. Where sums can pass 16 bits, strips of 48 byte columns: six vectors
+// of eight 32-bit sums widened straight from memory, packed back through one dword permutation.
 #include <immintrin.h>
 
 #include <cstdint>
@@ -186,19 +186,12 @@ namespace {
 // form of the rounded mean (FindRoundedMagic16); the others widen to 32 bits for the float
 // form.
 
-struct RowDivision {
-  bool integer;
-  blur::Magic16 magic;
-  float reciprocal;
-  int16_t count;
-};
-
 __m256i Widen16(const uint8_t* at) {
   return _mm256_cvtepu8_epi16(_mm_loadu_si128(reinterpret_cast<const __m128i*>(at)));
 }
 
 // Rounded means of 16 sums: by 2n with a multiply-high, or in single precision.
-__m256i RoundedWords(__m256i sum, const RowDivision& d) {
+__m256i RoundedWords(__m256i sum, const blur::RowDivision& d) {
   if (d.integer) {
     const __m256i t = _mm256_add_epi16(_mm256_add_epi16(sum, sum), _mm256_set1_epi16(d.count));
     return _mm256_srl_epi16(_mm256_mulhi_epu16(t, _mm256_set1_epi16(static_cast<short>(d.magic.mul))),
@@ -218,7 +211,7 @@ constexpr int64_t kMaxRing = 130;  // r + 1 for every radius the 16-bit sums all
 
 template <int kVectors>
 void RoundedStrip16(uint8_t* p, int32_t step, Size roi, int32_t radius, int64_t x0,
-                    const RowDivision* division) {
+                    const blur::RowDivision* division) {
   alignas(32) uint8_t ring[kMaxRing][16 * kVectors];
   __m256i s[kVectors];
   for (__m256i& v : s) v = _mm256_setzero_si256();
@@ -240,7 +233,7 @@ void RoundedStrip16(uint8_t* p, int32_t step, Size roi, int32_t radius, int64_t 
       for (int k = 0; k < kVectors; ++k) s[k] = _mm256_sub_epi16(s[k], Widen16(out + 16 * k));
       write_back(y - r - 1);
     }
-    const RowDivision& d = division[y];
+    const blur::RowDivision& d = division[y];
     uint8_t* dst = ring[y % slots];
     for (int k = 0; k + 1 < kVectors; k += 2) {
       const __m256i q = _mm256_permute4x64_epi64(
@@ -256,49 +249,13 @@ void RoundedStrip16(uint8_t* p, int32_t step, Size roi, int32_t radius, int64_t 
   for (int64_t y = h - slots < 0 ? 0 : h - slots; y < h; ++y) write_back(y);
 }
 
+#include "primitives/blur/blur_columns.h"
+
 }  // namespace
 
 Status BlurColumns(uint8_t* p, int32_t step, Size roi, int32_t radius, int32_t rounded_width,
                    uint8_t* work) {
-  if (const Status s = blur::CheckPass(p, work, roi, radius); s != ippStsNoErr) return s;
-  const int64_t rounded_end = blur::RoundedEnd(roi, rounded_width);
-  const int64_t h = roi.height, r = radius;
-  const int64_t widest = 2 * r + 1 < h ? 2 * r + 1 : h;
-  int64_t x = 0;
-  auto* division = rounded_end >= 16 && 255 * widest <= 65535
-                       ? static_cast<RowDivision*>(std::malloc(sizeof(RowDivision) * h))
-                       : nullptr;
-  if (division != nullptr) {
-    for (int64_t y = 0; y < h; ++y) {
-      const int64_t n = blur::WindowCount(y, r, h);
-      RowDivision& d = division[y];
-      d.integer = blur::FindRoundedMagic16(n, &d.magic);
-      d.reciprocal = blur::Reciprocal(n);
-      d.count = static_cast<int16_t>(n);
-    }
-    // Strips of 64 bytes, then what is left of the whole rounded strips (16, 32 or 48 bytes).
-    const int64_t rounded_bytes = 3 * (rounded_end / 16 * 16);
-    int64_t b = 0;
-    for (; b + 64 <= rounded_bytes; b += 64) RoundedStrip16<4>(p, step, roi, radius, b, division);
-    switch ((rounded_bytes - b) / 16) {
-      case 3:
-        RoundedStrip16<3>(p, step, roi, radius, b, division);
-        break;
-      case 2:
-        RoundedStrip16<2>(p, step, roi, radius, b, division);
-        break;
-      case 1:
-        RoundedStrip16<1>(p, step, roi, radius, b, division);
-        break;
-      default:
-        break;
-    }
-    x = rounded_bytes / 3;
-    std::free(division);
-  }
-  for (; x + 16 <= rounded_end; x += 16) RoundedStrip(p, step, roi, radius, 3 * x, work);
-  blur::ScalarStrips(p, step, roi, radius, x, rounded_end, work);
-  return ippStsNoErr;
+  return StripColumns(p, step, roi, radius, rounded_width, work);
 }
 
 }  // namespace framekit::prim::avx2

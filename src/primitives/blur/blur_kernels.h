@@ -122,6 +122,15 @@ static inline bool FindRoundedMagic16(int64_t n, Magic16* magic) {
   return n % 2 == 1 && n <= 127 && FindMagic16(2 * n, 511 * n, magic);
 }
 
+// How a vertical-pass body divides the sums of one row: the integer rounded mean when the row's
+// count has one, else single precision (reciprocal), with the count itself.
+struct RowDivision {
+  bool integer;
+  Magic16 magic;
+  float reciprocal;
+  int16_t count;
+};
+
 // One strip of `bytes` byte columns (at most 48) starting at byte column `x0`, down all rows:
 // results into work (48 bytes a row), then copied back. `rounded`: the fast path's division.
 static inline void ColumnStrip(uint8_t* p, int32_t step, Size roi, int32_t radius, int64_t x0,

@@ -164,14 +164,7 @@ class RowBand {
 
 // ---- Columns in 16-bit lanes
 
-struct RowDivision {
-  bool integer;
-  blur::Magic16 magic;
-  float reciprocal;
-  int16_t count;
-};
-
-__m128i RoundedWords(__m128i sum, const RowDivision& d) {
+__m128i RoundedWords(__m128i sum, const blur::RowDivision& d) {
   if (d.integer) {
     const __m128i t = _mm_add_epi16(_mm_add_epi16(sum, sum), _mm_set1_epi16(d.count));
     return _mm_srl_epi16(_mm_mulhi_epu16(t, _mm_set1_epi16(static_cast<short>(d.magic.mul))),
@@ -189,7 +182,7 @@ constexpr int64_t kMaxRing = 130;  // r + 1 for every radius the 16-bit sums all
 // A strip of 16 * kGroups byte columns; results go back in place r + 1 rows later.
 template <int kGroups>
 void RoundedStrip16(uint8_t* p, int32_t step, Size roi, int32_t radius, int64_t x0,
-                    const RowDivision* division) {
+                    const blur::RowDivision* division) {
   alignas(16) uint8_t ring[kMaxRing][16 * kGroups];
   __m128i lo[kGroups], hi[kGroups];
   for (int k = 0; k < kGroups; ++k) lo[k] = hi[k] = _mm_setzero_si128();
@@ -213,7 +206,7 @@ void RoundedStrip16(uint8_t* p, int32_t step, Size roi, int32_t radius, int64_t 
       add(RowAt(p, step, y - r - 1) + x0, false);
       write_back(y - r - 1);
     }
-    const RowDivision& d = division[y];
+    const blur::RowDivision& d = division[y];
     for (int k = 0; k < kGroups; ++k) {
       _mm_store_si128(reinterpret_cast<__m128i*>(ring[y % slots] + 16 * k),
                       _mm_packus_epi16(RoundedWords(lo[k], d), RoundedWords(hi[k], d)));
@@ -221,6 +214,8 @@ void RoundedStrip16(uint8_t* p, int32_t step, Size roi, int32_t radius, int64_t 
   }
   for (int64_t y = h - slots < 0 ? 0 : h - slots; y < h; ++y) write_back(y);
 }
+
+#include "primitives/blur/blur_columns.h"
 
 }  // namespace
 
@@ -230,45 +225,7 @@ Status BlurRows(uint8_t* p, int32_t step, Size roi, int32_t radius, uint8_t* row
 
 Status BlurColumns(uint8_t* p, int32_t step, Size roi, int32_t radius, int32_t rounded_width,
                    uint8_t* work) {
-  if (const Status s = blur::CheckPass(p, work, roi, radius); s != ippStsNoErr) return s;
-  const int64_t rounded_end = blur::RoundedEnd(roi, rounded_width);
-  const int64_t h = roi.height, r = radius;
-  const int64_t widest = 2 * r + 1 < h ? 2 * r + 1 : h;
-  int64_t x = 0;
-  auto* division = rounded_end >= 16 && 255 * widest <= 65535
-                       ? static_cast<RowDivision*>(std::malloc(sizeof(RowDivision) * h))
-                       : nullptr;
-  if (division != nullptr) {
-    for (int64_t y = 0; y < h; ++y) {
-      const int64_t n = blur::WindowCount(y, r, h);
-      RowDivision& d = division[y];
-      d.integer = blur::FindRoundedMagic16(n, &d.magic);
-      d.reciprocal = blur::Reciprocal(n);
-      d.count = static_cast<int16_t>(n);
-    }
-    // Strips of 64 bytes, then what is left of the whole rounded strips (16, 32 or 48 bytes).
-    const int64_t rounded_bytes = 3 * (rounded_end / 16 * 16);
-    int64_t b = 0;
-    for (; b + 64 <= rounded_bytes; b += 64) RoundedStrip16<4>(p, step, roi, radius, b, division);
-    switch ((rounded_bytes - b) / 16) {
-      case 3:
-        RoundedStrip16<3>(p, step, roi, radius, b, division);
-        break;
-      case 2:
-        RoundedStrip16<2>(p, step, roi, radius, b, division);
-        break;
-      case 1:
-        RoundedStrip16<1>(p, step, roi, radius, b, division);
-        break;
-      default:
-        break;
-    }
-    x = rounded_bytes / 3;
-    std::free(division);
-  }
-  for (; x + 16 <= rounded_end; x += 16) RoundedStrip(p, step, roi, radius, 3 * x, work);
-  blur::ScalarStrips(p, step, roi, radius, x, rounded_end, work);
-  return ippStsNoErr;
+  return StripColumns(p, step, roi, radius, rounded_width, work);
 }
 
 }  // namespace framekit::prim::sse2
