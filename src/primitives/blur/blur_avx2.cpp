@@ -1,12 +1,13 @@
 // Box-blur passes, AVX2 level: class 6.
 //
-// Rows: sixteen rows at a time, turned on their side. Each 16 x 16 byte block of the band is
-// transposed into a ring of byte columns (a column holds one byte position of the 16 rows), the
-// running sums of the three channels move along the ring as vectors of 16-bit lanes (one lane a
-// row), and the divisions are 16-bit multiply-highs exact for the window sums (Magic16). The
-// results are transposed back a block at a time, behind the sums, so the pass stays in place.
-// Rows past the last whole band, radii beyond the ring and window counts without a 16-bit
-// multiplier are the scalar rows of blur_kernels.h.
+// Rows (blur_rows.h): sixteen rows at a time, turned on their side. Blocks of 32 byte columns of
+// the band (two 16 x 16 byte transposes side by side) go into a ring of byte columns (a column
+// holds one byte position of the 16 rows), the running sums of the three channels move along
+// the ring as vectors of 16-bit lanes (one lane a row), and the divisions are 16-bit
+// multiply-highs exact for the window sums (Magic16). The results are transposed back a block at
+// a time, behind the sums, so the pass stays in place. Rows past the last whole band, radii
+// beyond the ring and window counts without a 16-bit multiplier are the scalar rows of
+// blur_kernels.h.
 //
 // Columns (blur_columns.h): strips of up to 64 byte columns as 16-bit sums, 16 a vector, written
 // back in place r + 1 rows later; a row with an odd count takes the integer rounded mean, the
