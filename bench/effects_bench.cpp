@@ -21,9 +21,7 @@ size_t FrameBytes(FrameSize fs) {
 // One in-place call on a frame of the given size; scratch of 3 bytes a pixel when asked.
 using Call = std::function<void(uint8_t* frame, int32_t w, int32_t h, uint8_t* scratch)>;
 // The scratch's size in bytes, for the effects that take it.
-int32_t ScratchBytes(int32_t w, int32_t h) {
-  return static_cast<int32_t>(FrameBytes({w, h}));
-}
+int32_t ScratchBytes(int32_t w, int32_t h) { return static_cast<int32_t>(FrameBytes({w, h})); }
 
 void RegisterEffect(const std::string& name, Call call) {
   for (const FrameSize fs : kExportSizes) {
@@ -66,9 +64,8 @@ void RegisterOpenCv() {
   cv::setNumThreads(1);
   RegisterPeer("cv_convertScaleAbs",
                [](const cv::Mat& src, cv::Mat& dst) { cv::convertScaleAbs(src, dst, 1.2, -20.0); });
-  RegisterPeer("cv_blur13", [](const cv::Mat& src, cv::Mat& dst) {
-    cv::blur(src, dst, cv::Size(13, 13));
-  });
+  RegisterPeer("cv_blur13",
+               [](const cv::Mat& src, cv::Mat& dst) { cv::blur(src, dst, cv::Size(13, 13)); });
   RegisterPeer("cv_blur5",
                [](const cv::Mat& src, cv::Mat& dst) { cv::blur(src, dst, cv::Size(5, 5)); });
   RegisterPeer("cv_filter2D", [](const cv::Mat& src, cv::Mat& dst) {

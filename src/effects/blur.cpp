@@ -5,6 +5,8 @@
 // differ on purpose: the fast one (width % 4 == 0) uses radius 6 and rounds its vertical pass
 // through a float reciprocal except in the last width % 16 columns; the general one uses radius
 // 2 and truncates. Each pass that uses the scratch clears it (its given size) first.
+#include "primitives/blur/blur.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
@@ -12,7 +14,6 @@
 
 #include "effects/effects.h"
 #include "effects/frame_walk.h"
-#include "primitives/blur/blur.h"
 #include "primitives/core/strides.h"
 #include "primitives/filter/filter.h"
 
@@ -122,7 +123,8 @@ void Sharpen(uint8_t* frame, int32_t width, int32_t height, uint8_t* scratch) {
       }
     }
     prim::ippiFilterSharpen_8u_C3R(copy + kStep + 3, kStep, out + 3, kStep, {width, 1});
-    std::memcpy(scratch + int64_t{step} * (height - 3) + 3, out + 3, static_cast<size_t>(3 * width));
+    std::memcpy(scratch + int64_t{step} * (height - 3) + 3, out + 3,
+                static_cast<size_t>(3 * width));
   }
   std::memmove(frame, scratch, static_cast<size_t>(int64_t{step} * rows));
 }

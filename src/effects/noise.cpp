@@ -35,8 +35,8 @@ uint8_t WrappedDraw(int32_t amount) {
 
 // Runs the kernel over the frame's whole groups and moves the shared lanes on past them.
 // Returns the number of pixels (0 when there are none).
-size_t NoiseGroups(prim::NoiseBlocksSig& kernel, int steps_per_group, uint8_t* frame,
-                   int32_t width, int32_t height, int32_t amount) {
+size_t NoiseGroups(prim::NoiseBlocksSig& kernel, int steps_per_group, uint8_t* frame, int32_t width,
+                   int32_t height, int32_t amount) {
   prim::Size row;
   if (!AsOneRow(width, height, &row)) return 0;
   const NoiseLanes lanes = LoadNoiseLanes();
@@ -70,8 +70,8 @@ void ColourNoise(uint8_t* frame, int32_t width, int32_t height, int32_t amount) 
 void MonoNoise(uint8_t* frame, int32_t width, int32_t height, int32_t amount) {
   if (amount == 0 || amount == -1) return;
   if (FastPath(width)) {
-    const size_t n = NoiseGroups(prim::MonoNoiseBlocks, prim::noise::kMonoSteps, frame, width,
-                                 height, amount);
+    const size_t n =
+        NoiseGroups(prim::MonoNoiseBlocks, prim::noise::kMonoSteps, frame, width, height, amount);
     const uint8_t half = prim::noise::NoiseHalf(amount);
     for (uint8_t* p = frame + 3 * (n / 16 * 16); p < frame + 3 * n; p += 3) {
       const int32_t v = TailDraw(amount, half);

@@ -7,8 +7,8 @@
 #include <cstring>
 #include <vector>
 
-#include "primitives/core/strides.h"
 #include "framekit/framekit.h"
+#include "primitives/core/strides.h"
 #include "support/random_frame.h"
 
 namespace framekit {

@@ -7,8 +7,8 @@
 #include <random>
 #include <vector>
 
-#include "primitives/core/strides.h"
 #include "framekit/framekit.h"
+#include "primitives/core/strides.h"
 
 namespace framekit {
 namespace {

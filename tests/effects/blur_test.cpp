@@ -34,10 +34,9 @@ Bytes PassModel(Bytes& f, int32_t w, int32_t h, int32_t r, bool rows, int32_t ro
         int64_t sum = 0;
         for (int64_t j = lo; j <= hi; ++j) sum += in[3 * (rows ? line * w + j : j * w + line) + c];
         const int64_t count = hi - lo + 1;
-        const uint8_t v =
-            rounded ? Saturate(VectorRound(static_cast<float>(sum) *
-                                           (1.0f / static_cast<float>(count))))
-                    : static_cast<uint8_t>(sum / count);
+        const uint8_t v = rounded ? Saturate(VectorRound(static_cast<float>(sum) *
+                                                         (1.0f / static_cast<float>(count))))
+                                  : static_cast<uint8_t>(sum / count);
         f[3 * (y * w + x) + c] = v;
         if (line == lines - 1) last.push_back(v);
       }
@@ -78,11 +77,10 @@ void BlurModel(Bytes& f, Bytes& scratch, int32_t size, int32_t w, int32_t h, con
 TEST(Blur, BothPathsFollowTheModel) {
   const ScopedClassIndex best(prim::DetectedClass());
   Rng rng("effects/blur");
-  const Call calls[] = {{0, 0, 0},  {1, 1, 1},  {2, 1, 1},  {5, 1, 0},  {5, 0, 1},
-                        {5, 1, 1},  {12, 1, 1}, {25, 1, 1}, {400, 1, 1}, {-1, 1, 1},
-                        {-3, 1, 1}, {3, 0, 0}};
-  const std::pair<int32_t, int32_t> sizes[] = {{4, 1},  {16, 3}, {20, 9}, {36, 14}, {48, 30},
-                                               {1, 1},  {3, 7},  {9, 9},  {17, 4},  {31, 20}};
+  const Call calls[] = {{0, 0, 0},  {1, 1, 1},  {2, 1, 1},   {5, 1, 0},  {5, 0, 1},  {5, 1, 1},
+                        {12, 1, 1}, {25, 1, 1}, {400, 1, 1}, {-1, 1, 1}, {-3, 1, 1}, {3, 0, 0}};
+  const std::pair<int32_t, int32_t> sizes[] = {{4, 1}, {16, 3}, {20, 9}, {36, 14}, {48, 30},
+                                               {1, 1}, {3, 7},  {9, 9},  {17, 4},  {31, 20}};
   for (const Call& c : calls) {
     for (const auto& [w, h] : sizes) {
       const int32_t need = 3 * std::max(w, h);

@@ -99,10 +99,10 @@ using Effect = void (*)(uint8_t*, int32_t, int32_t, int32_t) noexcept;
 TEST(Noise, BothPathsFollowTheModel) {
   const ScopedClassIndex best(prim::DetectedClass());
   Rng rng("effects/noise");
-  const int32_t amounts[] = {1,     2,     50,     255,       256,       511,      1000,
-                             32767, 65535, 100000, INT32_MAX, INT32_MIN, -2,       -1000};
-  const std::pair<int32_t, int32_t> sizes[] = {{4, 1},  {8, 3},  {16, 1}, {20, 5}, {36, 7},
-                                               {100, 2}, {1, 1}, {3, 4},  {5, 3},  {17, 2},
+  const int32_t amounts[] = {1,     2,     50,     255,       256,       511, 1000,
+                             32767, 65535, 100000, INT32_MAX, INT32_MIN, -2,  -1000};
+  const std::pair<int32_t, int32_t> sizes[] = {{4, 1},   {8, 3},  {16, 1}, {20, 5}, {36, 7},
+                                               {100, 2}, {1, 1},  {3, 4},  {5, 3},  {17, 2},
                                                {33, 5},  {-4, 3}, {6, 0}};
   for (const bool colour : {true, false}) {
     const Effect effect = colour ? &EffectColorNoise : &EffectMonoNoise;
@@ -132,9 +132,9 @@ TEST(Noise, BothPathsFollowTheModel) {
 // Independently computed: the C runtime's sequences for seeds 1 and 0, and the four-lane
 // generator's first two batches from zero at amount 512 (half 0, scale 512 / 32767).
 TEST(Noise, GeneratorsStartWhereTheRuntimeAndTheLanesDo) {
-  EXPECT_EQ(kLanesAtLoad.lane[0] | kLanesAtLoad.lane[1] | kLanesAtLoad.lane[2] |
-                kLanesAtLoad.lane[3],
-            0u);
+  EXPECT_EQ(
+      kLanesAtLoad.lane[0] | kLanesAtLoad.lane[1] | kLanesAtLoad.lane[2] | kLanesAtLoad.lane[3],
+      0u);
   std::thread([] {  // a fresh thread: state 1
     std::vector<int32_t> first;
     for (int i = 0; i < 5; ++i) first.push_back(effects::Rand());
@@ -143,7 +143,8 @@ TEST(Noise, GeneratorsStartWhereTheRuntimeAndTheLanesDo) {
     first.clear();
     for (int i = 0; i < 5; ++i) first.push_back(effects::Rand());
     EXPECT_EQ(first, (std::vector<int32_t>{38, 7719, 21238, 2437, 8855}));
-  }).join();
+  })
+      .join();
   effects::StoreNoiseLanes({{0, 0, 0, 0}});
   Bytes f(96, 0);
   EffectMonoNoise(f.data(), 32, 1, 512);

@@ -53,8 +53,7 @@ void RoundedStrip(uint8_t* p, int32_t step, Size roi, int32_t radius, int64_t x0
       q[j] = _mm256_cvtps_epi32(_mm256_mul_ps(_mm256_cvtepi32_ps(sum[j]), rcp));
     }
     const __m256i first = _mm256_permutevar8x32_epi32(
-        _mm256_packus_epi16(_mm256_packs_epi32(q[0], q[1]), _mm256_packs_epi32(q[2], q[3])),
-        order);
+        _mm256_packus_epi16(_mm256_packs_epi32(q[0], q[1]), _mm256_packs_epi32(q[2], q[3])), order);
     const __m256i last = _mm256_packs_epi32(q[4], q[5]);
     const __m256i second = _mm256_permutevar8x32_epi32(_mm256_packus_epi16(last, last), order);
     uint8_t* dst = work + 48 * y;
@@ -195,8 +194,9 @@ __m256i Widen16(const uint8_t* at) {
 __m256i RoundedWords(__m256i sum, const blur::RowDivision& d) {
   if (d.integer) {
     const __m256i t = _mm256_add_epi16(_mm256_add_epi16(sum, sum), _mm256_set1_epi16(d.count));
-    return _mm256_srl_epi16(_mm256_mulhi_epu16(t, _mm256_set1_epi16(static_cast<short>(d.magic.mul))),
-                            _mm_cvtsi32_si128(d.magic.shift));
+    return _mm256_srl_epi16(
+        _mm256_mulhi_epu16(t, _mm256_set1_epi16(static_cast<short>(d.magic.mul))),
+        _mm_cvtsi32_si128(d.magic.shift));
   }
   const __m256 rcp = _mm256_set1_ps(d.reciprocal);
   const __m256i lo = _mm256_cvtps_epi32(
@@ -243,8 +243,9 @@ void RoundedStrip16(uint8_t* p, int32_t step, Size roi, int32_t radius, int64_t 
     }
     if (kVectors % 2 == 1) {
       const __m256i q = RoundedWords(s[kVectors - 1], d);
-      _mm_storeu_si128(reinterpret_cast<__m128i*>(dst + 16 * (kVectors - 1)),
-                      _mm256_castsi256_si128(_mm256_permute4x64_epi64(_mm256_packus_epi16(q, q), 0xD8)));
+      _mm_storeu_si128(
+          reinterpret_cast<__m128i*>(dst + 16 * (kVectors - 1)),
+          _mm256_castsi256_si128(_mm256_permute4x64_epi64(_mm256_packus_epi16(q, q), 0xD8)));
     }
   }
   for (int64_t y = h - slots < 0 ? 0 : h - slots; y < h; ++y) write_back(y);

@@ -44,7 +44,8 @@ class Divider {
 // the vector packs do.
 static inline float Reciprocal(int64_t n) { return 1.0f / static_cast<float>(n); }
 static inline uint8_t RoundedMean(uint32_t sum, float reciprocal) {
-  return ClampByte(ClampInt16(RoundEven(static_cast<float>(static_cast<int32_t>(sum)) * reciprocal)));
+  return ClampByte(
+      ClampInt16(RoundEven(static_cast<float>(static_cast<int32_t>(sum)) * reciprocal)));
 }
 
 // Checks of both passes, in order.
@@ -181,8 +182,8 @@ static inline void ScalarStrips(uint8_t* p, int32_t step, Size roi, int32_t radi
       ColumnStrip(p, step, roi, radius, 3 * x, static_cast<int>(3 * rounded), true, work);
     }
     if (rounded < pixels) {
-      ColumnStrip(p, step, roi, radius, 3 * (x + rounded),
-                  static_cast<int>(3 * (pixels - rounded)), false, work);
+      ColumnStrip(p, step, roi, radius, 3 * (x + rounded), static_cast<int>(3 * (pixels - rounded)),
+                  false, work);
     }
   }
 }

@@ -68,10 +68,10 @@ Status BandedRows(uint8_t* p, int32_t step, Size roi, int32_t radius, uint8_t* r
   if (const Status s = blur::CheckPass(p, row, roi, radius); s != ippStsNoErr) return s;
   const int64_t w = roi.width, r = radius;
   int32_t y = 0;
-  auto* magic = r <= kMaxRowRadius && roi.height >= 16
-                    ? static_cast<blur::Magic16*>(
-                          std::malloc(sizeof(blur::Magic16) * static_cast<size_t>(w)))
-                    : nullptr;
+  auto* magic =
+      r <= kMaxRowRadius && roi.height >= 16
+          ? static_cast<blur::Magic16*>(std::malloc(sizeof(blur::Magic16) * static_cast<size_t>(w)))
+          : nullptr;
   // The band holds vectors of up to 32 bytes: its block is aligned by hand.
   void* block = magic != nullptr ? std::malloc(sizeof(RowBand) + 32) : nullptr;
   auto* band =

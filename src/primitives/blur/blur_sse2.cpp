@@ -67,8 +67,12 @@ constexpr int64_t kRingColumns = 256;  // a power of two
 struct Lanes {
   __m128i lo, hi;
   static Lanes Zero() { return {_mm_setzero_si128(), _mm_setzero_si128()}; }
-  static Lanes Add(Lanes a, Lanes b) { return {_mm_add_epi16(a.lo, b.lo), _mm_add_epi16(a.hi, b.hi)}; }
-  static Lanes Sub(Lanes a, Lanes b) { return {_mm_sub_epi16(a.lo, b.lo), _mm_sub_epi16(a.hi, b.hi)}; }
+  static Lanes Add(Lanes a, Lanes b) {
+    return {_mm_add_epi16(a.lo, b.lo), _mm_add_epi16(a.hi, b.hi)};
+  }
+  static Lanes Sub(Lanes a, Lanes b) {
+    return {_mm_sub_epi16(a.lo, b.lo), _mm_sub_epi16(a.hi, b.hi)};
+  }
 };
 
 // A 16-bit division by multiply-high and shift (Magic16); shift -1: a window of one.
@@ -172,8 +176,10 @@ __m128i RoundedWords(__m128i sum, const blur::RowDivision& d) {
   }
   const __m128 rcp = _mm_set1_ps(d.reciprocal);
   const __m128i zero = _mm_setzero_si128();
-  const __m128i lo = _mm_cvtps_epi32(_mm_mul_ps(_mm_cvtepi32_ps(_mm_unpacklo_epi16(sum, zero)), rcp));
-  const __m128i hi = _mm_cvtps_epi32(_mm_mul_ps(_mm_cvtepi32_ps(_mm_unpackhi_epi16(sum, zero)), rcp));
+  const __m128i lo =
+      _mm_cvtps_epi32(_mm_mul_ps(_mm_cvtepi32_ps(_mm_unpacklo_epi16(sum, zero)), rcp));
+  const __m128i hi =
+      _mm_cvtps_epi32(_mm_mul_ps(_mm_cvtepi32_ps(_mm_unpackhi_epi16(sum, zero)), rcp));
   return _mm_packs_epi32(lo, hi);
 }
 

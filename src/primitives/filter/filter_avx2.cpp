@@ -20,8 +20,8 @@ __m256i Load(const uint8_t* p) {
 __m256i Sharpen16(const uint8_t* above, const uint8_t* at, const uint8_t* below) {
   __m256i sum = _mm256_add_epi16(_mm256_add_epi16(Load(above - 3), Load(above)), Load(above + 3));
   sum = _mm256_add_epi16(sum, _mm256_add_epi16(Load(at - 3), Load(at + 3)));
-  sum = _mm256_add_epi16(sum, _mm256_add_epi16(_mm256_add_epi16(Load(below - 3), Load(below)),
-                                               Load(below + 3)));
+  sum = _mm256_add_epi16(
+      sum, _mm256_add_epi16(_mm256_add_epi16(Load(below - 3), Load(below)), Load(below + 3)));
   const __m256i c = Load(at);
   // 17c - (sum + c) = 16c - sum: the window sum above leaves the centre out.
   const __m256i v = _mm256_sub_epi16(_mm256_slli_epi16(c, 4), sum);

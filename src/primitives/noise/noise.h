@@ -26,12 +26,14 @@ struct NoiseLanes {
   uint32_t lane[4];
 };
 
-using NoiseBlocksSig = Status(uint8_t* p, int32_t step, Size roi, int32_t amount,
-                              NoiseLanes lanes);
+using NoiseBlocksSig = Status(uint8_t* p, int32_t step, Size roi, int32_t amount, NoiseLanes lanes);
 using NoiseBlocksFn = NoiseBlocksSig*;
 
-// pmulld makes SSE4.1 the first level with bodies.
+// The interleaving needs pshufb: SSSE3 is the first level with bodies.
 namespace ref {
+NoiseBlocksSig ColourNoiseBlocks, MonoNoiseBlocks;
+}
+namespace ssse3 {
 NoiseBlocksSig ColourNoiseBlocks, MonoNoiseBlocks;
 }
 namespace sse41 {

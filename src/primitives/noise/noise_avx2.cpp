@@ -17,7 +17,9 @@ namespace {
 
 using noise::kJumps;
 
-__m128i Load(const uint32_t (&v)[4]) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(v)); }
+__m128i Load(const uint32_t (&v)[4]) {
+  return _mm_loadu_si128(reinterpret_cast<const __m128i*>(v));
+}
 
 // Steps `low` + 1 in the lower half and `high` + 1 in the upper half, as one multiply-add.
 struct StepPair {
@@ -98,7 +100,7 @@ void ApplyMonoPair(uint8_t* px, __m128i first, __m128i second, __m128i half) {
     Masks k{};
     for (int v = 0; v < 3; ++v) {
       for (int t = 0; t < 32; ++t) {
-        const int pixel = (32 * v + t) / 3;            // 0..31
+        const int pixel = (32 * v + t) / 3;           // 0..31
         k.m[v][t] = static_cast<int8_t>(pixel % 16);  // within its group's 16 bytes
       }
     }
@@ -112,8 +114,8 @@ void ApplyMonoPair(uint8_t* px, __m128i first, __m128i second, __m128i half) {
   for (int v = 0; v < 3; ++v) {
     const __m256i mask = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(kMasks.m[v]));
     __m256i* at = reinterpret_cast<__m256i*>(px + 32 * v);
-    _mm256_storeu_si256(at, _mm256_adds_epu8(_mm256_loadu_si256(at),
-                                             _mm256_shuffle_epi8(sources[v], mask)));
+    _mm256_storeu_si256(
+        at, _mm256_adds_epu8(_mm256_loadu_si256(at), _mm256_shuffle_epi8(sources[v], mask)));
   }
 }
 

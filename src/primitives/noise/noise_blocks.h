@@ -46,9 +46,9 @@ inline void ApplyColour(uint8_t* px, __m128i b, __m128i g, __m128i r, __m128i ha
   r = _mm_subs_epu8(r, half);
   for (int v = 0; v < 3; ++v) {
     const auto& m = kInterleave.plane[v];
-    const __m128i n = _mm_or_si128(_mm_or_si128(_mm_shuffle_epi8(b, Mask(m[0])),
-                                                _mm_shuffle_epi8(g, Mask(m[1]))),
-                                   _mm_shuffle_epi8(r, Mask(m[2])));
+    const __m128i n =
+        _mm_or_si128(_mm_or_si128(_mm_shuffle_epi8(b, Mask(m[0])), _mm_shuffle_epi8(g, Mask(m[1]))),
+                     _mm_shuffle_epi8(r, Mask(m[2])));
     AddTo(px + 16 * v, n);
   }
 }

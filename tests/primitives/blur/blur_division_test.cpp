@@ -34,7 +34,8 @@ TEST(BlurDivision, IntegerRoundedMeanEqualsTheFloatOneForOddCounts) {
       const int64_t t = 2 * sum + n;
       ASSERT_LT(t, 65536);
       const int64_t q = ((t * m.mul) >> 16) >> m.shift;
-      ASSERT_EQ(q, blur::RoundedMean(static_cast<uint32_t>(sum), rcp)) << "n " << n << " sum " << sum;
+      ASSERT_EQ(q, blur::RoundedMean(static_cast<uint32_t>(sum), rcp))
+          << "n " << n << " sum " << sum;
     }
   }
   EXPECT_GE(largest, 61);  // radii up to 30 take the integer form

@@ -18,7 +18,9 @@ int32_t NoiseAmount(uint64_t bits) {
 
 struct NoiseDriver {
   PrimitiveShape Shape() const {
-    return {.images = {{"frame", 3, Access::kReadWrite}}, .scalar = true, .bench_scalar = (199 << 8) | 1};  // amount 200
+    return {.images = {{"frame", 3, Access::kReadWrite}},
+            .scalar = true,
+            .bench_scalar = (199 << 8) | 1};  // amount 200
   }
   prim::Status Call(prim::NoiseBlocksFn fn, const CallArgs& a) const {
     const uint64_t s = a.scalar * 0x9E3779B97F4A7C15ull;  // the lanes: other bits of the case
@@ -66,12 +68,11 @@ int32_t RoundedWidth(uint64_t bits, int32_t width) {
 
 struct BlurColumnsDriver {
   PrimitiveShape Shape() const {
-    return {.images = {{"frame", 3, Access::kReadWrite}},
-            .scalar = true,
-            .bench_scalar = (6 << 8) | 2 | (uint64_t{3} << 40),  // radius 6, whole strips
-            .work_bytes = [](const CallArgs& a) {
-              return a.roi.height > 0 ? 48 * a.roi.height : 0;
-            }};
+    return {
+        .images = {{"frame", 3, Access::kReadWrite}},
+        .scalar = true,
+        .bench_scalar = (6 << 8) | 2 | (uint64_t{3} << 40),  // radius 6, whole strips
+        .work_bytes = [](const CallArgs& a) { return a.roi.height > 0 ? 48 * a.roi.height : 0; }};
   }
   prim::Status Call(prim::BlurColumnsFn fn, const CallArgs& a) const {
     return fn(a.image[0], a.step[0], a.roi, Radius(a.scalar), RoundedWidth(a.scalar, a.roi.width),
