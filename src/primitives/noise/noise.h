@@ -29,8 +29,10 @@ struct NoiseLanes {
 using NoiseBlocksSig = Status(uint8_t* p, int32_t step, Size roi, int32_t amount, NoiseLanes lanes);
 using NoiseBlocksFn = NoiseBlocksSig*;
 
-// The interleaving needs pshufb: SSSE3 is the first level with bodies.
 namespace ref {
+NoiseBlocksSig ColourNoiseBlocks, MonoNoiseBlocks;
+}
+namespace sse2 {
 NoiseBlocksSig ColourNoiseBlocks, MonoNoiseBlocks;
 }
 namespace ssse3 {

@@ -89,6 +89,8 @@ class Generator {
   StepPair pairs_[6];
 };
 
+#include "primitives/noise/noise_interleave.h"
+
 // Two groups' mono noise over 96 bytes in three 32-byte steps. Bytes 0-31 take pixels 0-10 and
 // bytes 64-95 pixels 21-31, each from one group (its bytes in both halves); bytes 32-63 take
 // pixels 10-15 from the first group and 16-21 from the second, one in each half.

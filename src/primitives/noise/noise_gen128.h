@@ -1,11 +1,22 @@
-// The 128-bit noise generator and group loops. NOLINT(build/header_guard)
+// The 128-bit noise generator. NOLINT(build/header_guard)
 //
-// Included inside the anonymous namespace of the SSSE3 and SSE4.1 files, after their
-// MulLo32(a, b) (the low 32 bits of each lane's product). Four lanes a vector, so one vector per
-// generator step; all steps of a group come from the group's first state through the jump
-// tables, which leaves one multiply on the generator's chain per group.
+// Included inside the anonymous namespace of the SSE2, SSSE3 and SSE4.1 files. Four lanes a vector,
+// so one vector per generator step; all steps of a group come from the group's first state through
+// the jump tables, which leaves one multiply on the generator's chain per group.
 
 using noise::kJumps;
+
+// The low 32 bits of each lane's product: pmulld from SSE4.1 on, before it two pmuludq on the
+// even and odd lanes put back together.
+__m128i MulLo32(__m128i a, __m128i b) {
+#ifdef __SSE4_1__
+  return _mm_mullo_epi32(a, b);
+#else
+  const __m128i even = _mm_mul_epu32(a, b);
+  const __m128i odd = _mm_mul_epu32(_mm_srli_epi64(a, 32), _mm_srli_epi64(b, 32));
+  return _mm_unpacklo_epi32(_mm_shuffle_epi32(even, 0x08), _mm_shuffle_epi32(odd, 0x08));
+#endif
+}
 
 __m128i Load(const uint32_t (&v)[4]) {
   return _mm_loadu_si128(reinterpret_cast<const __m128i*>(v));
@@ -50,11 +61,3 @@ class Generator {
   __m128i s_;
   __m128 scale_;
 };
-
-void ApplyMono(uint8_t* px, __m128i n, __m128i half);
-void ApplyMonoPair(uint8_t* px, __m128i first, __m128i second, __m128i half) {
-  ApplyMono(px, first, half);
-  ApplyMono(px + 48, second, half);
-}
-
-#include "primitives/noise/noise_blocks.h"

@@ -1,4 +1,4 @@
-// Noise kernels, reference level: classes 0-3. One batch of sixteen bytes at a time.
+// Noise kernels, reference level: class 0. One batch of sixteen bytes at a time.
 #include <cstdint>
 
 #include "primitives/core/checks.h"

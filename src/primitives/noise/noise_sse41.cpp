@@ -11,9 +11,15 @@
 namespace framekit::prim::sse41 {
 namespace {
 
-__m128i MulLo32(__m128i a, __m128i b) { return _mm_mullo_epi32(a, b); }
-
 #include "primitives/noise/noise_gen128.h"
+#include "primitives/noise/noise_interleave.h"
+
+void ApplyMonoPair(uint8_t* px, __m128i first, __m128i second, __m128i half) {
+  ApplyMono(px, first, half);
+  ApplyMono(px + 48, second, half);
+}
+
+#include "primitives/noise/noise_blocks.h"
 
 }  // namespace
 

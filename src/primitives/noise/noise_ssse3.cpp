@@ -12,13 +12,15 @@
 namespace framekit::prim::ssse3 {
 namespace {
 
-__m128i MulLo32(__m128i a, __m128i b) {
-  const __m128i even = _mm_mul_epu32(a, b);
-  const __m128i odd = _mm_mul_epu32(_mm_srli_epi64(a, 32), _mm_srli_epi64(b, 32));
-  return _mm_unpacklo_epi32(_mm_shuffle_epi32(even, 0x08), _mm_shuffle_epi32(odd, 0x08));
+#include "primitives/noise/noise_gen128.h"
+#include "primitives/noise/noise_interleave.h"
+
+void ApplyMonoPair(uint8_t* px, __m128i first, __m128i second, __m128i half) {
+  ApplyMono(px, first, half);
+  ApplyMono(px + 48, second, half);
 }
 
-#include "primitives/noise/noise_gen128.h"
+#include "primitives/noise/noise_blocks.h"
 
 }  // namespace
 
