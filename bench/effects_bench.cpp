@@ -20,8 +20,9 @@ size_t FrameBytes(FrameSize fs) {
 
 // One in-place call on a frame of the given size; scratch of 3 bytes a pixel when asked.
 using Call = std::function<void(uint8_t* frame, int32_t w, int32_t h, uint8_t* scratch)>;
-// The scratch's size in bytes, for the effects that take it.
-int32_t ScratchBytes(int32_t w, int32_t h) { return static_cast<int32_t>(FrameBytes({w, h})); }
+// The blur's scratch size: what its passes need, 3 * max(width, height) bytes (a larger scratch
+// adds its clearing to every pass).
+int32_t ScratchBytes(int32_t w, int32_t h) { return 3 * (w > h ? w : h); }
 
 void RegisterEffect(const std::string& name, Call call) {
   for (const FrameSize fs : kExportSizes) {
