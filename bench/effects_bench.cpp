@@ -1,10 +1,10 @@
-// The channel and tone effects through their public names at the class Init chose, the fast-path
-// tone kernels per class, and OpenCV's convertScaleAbs on the same frame as the peer of the tone
-// effects. Effects run in place on a random frame; their cost does not depend on the pixel
-// values (vector arithmetic or table look-ups), so the frame is not refreshed between runs.
+// The effects through their public names at the class Init chose, and OpenCV on the same frame
+// as their peers. Effects run in place on a random frame; their cost does not depend on the
+// pixel values, so the frame is not refreshed between runs.
 #include <functional>
 #include <memory>
 #include <opencv2/core.hpp>
+#include <opencv2/imgproc.hpp>
 #include <string>
 
 #include "bench_frames.h"
@@ -20,6 +20,9 @@ size_t FrameBytes(FrameSize fs) {
 
 // One in-place call on a frame of the given size; scratch of 3 bytes a pixel when asked.
 using Call = std::function<void(uint8_t* frame, int32_t w, int32_t h, uint8_t* scratch)>;
+// The blur's scratch size: what its passes need, 3 * max(width, height) bytes (a larger scratch
+// adds its clearing to every pass).
+int32_t ScratchBytes(int32_t w, int32_t h) { return 3 * (w > h ? w : h); }
 
 void RegisterEffect(const std::string& name, Call call) {
   for (const FrameSize fs : kExportSizes) {
@@ -36,22 +39,41 @@ void RegisterEffect(const std::string& name, Call call) {
   }
 }
 
-// The peer: alpha * v + beta, rounded and saturated, over a CV_8UC3 frame in place.
-void RegisterOpenCv() {
-  cv::setNumThreads(1);
+// A peer on a CV_8UC3 view of the frame (destination separate: OpenCV's best case).
+void RegisterPeer(const std::string& name,
+                  std::function<void(const cv::Mat& src, cv::Mat& dst)> run) {
   for (const FrameSize fs : kExportSizes) {
-    const std::string bench_name = Join("peer/cv_convertScaleAbs/", SizeName(fs));
+    const std::string bench_name = Join("peer/", name, "/", SizeName(fs));
     benchmark::RegisterBenchmark(bench_name.c_str(), [=](benchmark::State& state) {
-      const Buffer frame(FrameBytes(fs));
-      cv::Mat mat(fs.height, fs.width, CV_8UC3, frame.get(),
-                  static_cast<size_t>(Stride4(fs.width * 3)));
+      const Buffer frame(FrameBytes(fs)), out(FrameBytes(fs));
+      const auto step = static_cast<size_t>(Stride4(fs.width * 3));
+      const cv::Mat src(fs.height, fs.width, CV_8UC3, frame.get(), step);
+      cv::Mat dst(fs.height, fs.width, CV_8UC3, out.get(), step);
       for (auto _ : state) {
-        cv::convertScaleAbs(mat, mat, 1.2, -20.0);
+        run(src, dst);
         benchmark::ClobberMemory();
       }
       SetFrameCounters(state, fs, 3);
     });
   }
+}
+
+// Single-threaded, like the effects: convertScaleAbs for the tone effects (alpha * v + beta,
+// rounded and saturated), box filters of 13 and 5 for the blurs, the sharpen kernel for the
+// sharpen (2 at the centre, -1/8 around).
+void RegisterOpenCv() {
+  cv::setNumThreads(1);
+  RegisterPeer("cv_convertScaleAbs",
+               [](const cv::Mat& src, cv::Mat& dst) { cv::convertScaleAbs(src, dst, 1.2, -20.0); });
+  RegisterPeer("cv_blur13",
+               [](const cv::Mat& src, cv::Mat& dst) { cv::blur(src, dst, cv::Size(13, 13)); });
+  RegisterPeer("cv_blur5",
+               [](const cv::Mat& src, cv::Mat& dst) { cv::blur(src, dst, cv::Size(5, 5)); });
+  RegisterPeer("cv_filter2D", [](const cv::Mat& src, cv::Mat& dst) {
+    static const cv::Mat kernel = (cv::Mat_<float>(3, 3) << -0.125f, -0.125f, -0.125f, -0.125f,
+                                   2.0f, -0.125f, -0.125f, -0.125f, -0.125f);
+    cv::filter2D(src, dst, -1, kernel);
+  });
 }
 
 }  // namespace
@@ -91,6 +113,27 @@ void RegisterEffectBenchmarks() {
                  [](uint8_t* f, int32_t w, int32_t h, uint8_t*) { EffectPosterize(f, w, h, 64); });
   RegisterEffect("EffectSolorize",
                  [](uint8_t* f, int32_t w, int32_t h, uint8_t*) { EffectSolorize(f, w, h, 128); });
+  RegisterEffect("EffectColorNoise",
+                 [](uint8_t* f, int32_t w, int32_t h, uint8_t*) { EffectColorNoise(f, w, h, 64); });
+  RegisterEffect("EffectMonoNoise",
+                 [](uint8_t* f, int32_t w, int32_t h, uint8_t*) { EffectMonoNoise(f, w, h, 64); });
+  RegisterEffect("EffectMosaic",
+                 [](uint8_t* f, int32_t w, int32_t h, uint8_t*) { EffectMosaic(f, w, h, 16); });
+  RegisterEffect("EffectMosaic4",
+                 [](uint8_t* f, int32_t w, int32_t h, uint8_t*) { EffectMosaic(f, w, h, 4); });
+  RegisterEffect("EffectMarble", [](uint8_t* f, int32_t w, int32_t h, uint8_t*) {
+    EffectMarble(f, w, h, 6.0, 40);
+  });
+  RegisterEffect("EffectSpray",
+                 [](uint8_t* f, int32_t w, int32_t h, uint8_t*) { EffectSpray(f, w, h, 4); });
+  RegisterEffect("EffectBlur", [](uint8_t* f, int32_t w, int32_t h, uint8_t* s) {
+    EffectBlur(f, w, h, s, ScratchBytes(w, h));
+  });
+  RegisterEffect("EffectBlurEx5", [](uint8_t* f, int32_t w, int32_t h, uint8_t* s) {
+    EffectBlurEx(f, w, h, 5, 1, 1, s, ScratchBytes(w, h));
+  });
+  RegisterEffect("EffectSharpen",
+                 [](uint8_t* f, int32_t w, int32_t h, uint8_t* s) { EffectSharpen(f, w, h, s); });
   RegisterOpenCv();
 }
 

@@ -330,6 +330,101 @@ FRAMEKIT_EXPORT void EffectPosterize(uint8_t* frame, int32_t width, int32_t heig
 FRAMEKIT_EXPORT void EffectSolorize(uint8_t* frame, int32_t width, int32_t height,
                                     int32_t threshold) FRAMEKIT_NOEXCEPT;
 
+/* ---- Noise and texture effects ----------------------------------------------------------- */
+/* RGB24 frames changed in place, packed rows (3 * width bytes). No pointer is checked.
+ *
+ * Random sources. Scalar draws come from the library's own copy of the C runtime generator (per
+ * thread: state = state * 214013 + 2531011, draw = (state >> 16) & 0x7FFF, state 1 until seeded),
+ * the same on every platform. The noise fast paths also use a four-lane generator shared by the
+ * whole process (zero at load, never reseeded, lanes stepped by the multipliers 214013, 17405,
+ * 214013, 69069 and increments 2531011, 10395331, 13737667, 1); concurrent calls may interleave
+ * its steps, so noise is reproducible only from one thread.
+ *
+ * Noise, amount A, width paths as for the tone effects:
+ *   fast path (width % 4 == 0): the frame is one run of n = width * height pixels; each group of
+ *   16 takes batches of sixteen bytes from the four-lane generator (four steps; each lane value
+ *   v gives round_even(float((v >> 16) & 0x7FFF) * (A / 32767.0f)) saturated to int16 then
+ *   0..255; bytes in the order of steps 2, 1, 4, 3); a byte r adds max(0, r - half) with
+ *   saturation, half = (A / 2) mod 256. The last n % 16 pixels take scalar draws
+ *   clamp(rand % (A + 1) - half, 0, 255), added with saturation. Only brightens.
+ *   general path: each draw is (rand % (A + 1) - A / 2) mod 256, added mod 256 (wraps);
+ *   nothing when height < 1.
+ * A = 0 changes nothing; A = -1 (a draw modulo 0) changes nothing either. */
+
+/* Independent noise per channel: three batches per group (blue, green, red bytes of the 16
+ * pixels), three tail draws per pixel (blue, green, red); general path three draws per pixel
+ * (red, green, blue). The fast path first reseeds the calling thread's scalar source with 0, so
+ * its tail repeats from call to call; the general path does not. */
+FRAMEKIT_EXPORT void EffectColorNoise(uint8_t* frame, int32_t width, int32_t height,
+                                      int32_t amount) FRAMEKIT_NOEXCEPT;
+/* One noise value per pixel, added to all three bytes (one batch per group, one draw per tail
+ * or general-path pixel). Never reseeds. */
+FRAMEKIT_EXPORT void EffectMonoNoise(uint8_t* frame, int32_t width, int32_t height,
+                                     int32_t amount) FRAMEKIT_NOEXCEPT;
+
+/* Wavy displacement, scale S, period T: with sx = -(sin((x mod T) / S) * S) per column and
+ * cy = cos((y mod T) / S) * S per row, pixel (x, y) is copied to (|x + sx + cy|, |y + cy + sx|)
+ * (each rounded by truncation, plus 1 when the dropped fraction is above 0.5) when that lies in
+ * the frame; later pixels overwrite earlier ones, and pixels nothing reaches become black. Sine
+ * and cosine are the library's own (the same on every platform). Nothing happens for T = 0, a
+ * width or height below 1, or when the temporary frame cannot be allocated. */
+FRAMEKIT_EXPORT void EffectMarble(uint8_t* frame, int32_t width, int32_t height, double scale,
+                                  int32_t period) FRAMEKIT_NOEXCEPT;
+
+/* Random neighbours, amount A: columns outer, rows inner, each pixel draws r = rand % (A + 1),
+ * dx = r - rand % (2r + 1), dy = r - rand % (2r + 1) and takes the current value of pixel
+ * (x + dx, y + dy) when that lies in the frame (so it may take a value moved earlier in the same
+ * call). Nothing happens for A = 0, A = -1 or a width below 1. */
+FRAMEKIT_EXPORT void EffectSpray(uint8_t* frame, int32_t width, int32_t height,
+                                 int32_t amount) FRAMEKIT_NOEXCEPT;
+
+/* Blocks of B x B pixels from the rectangle's top-left corner on, each taking the colour of its
+ * top-left pixel; blocks at the right and bottom are cut short. B <= 1 changes nothing, and so
+ * does a failure to allocate one row of memory. */
+FRAMEKIT_EXPORT void EffectMosaic(uint8_t* frame, int32_t width, int32_t height,
+                                  int32_t block) FRAMEKIT_NOEXCEPT;
+/* EffectMosaic inside rect (copied before use; null: nothing happens). A rectangle empty across
+ * (left >= right) still covers its column left, and one empty downwards its row top. Pixels
+ * outside the frame (width x height) are neither read nor written, and a block whose top-left
+ * pixel lies outside the frame leaves its pixels as they are. */
+FRAMEKIT_EXPORT void EffectMosaicROI(uint8_t* frame, int32_t width, int32_t height, int32_t block,
+                                     const FrameKitRect* rect) FRAMEKIT_NOEXCEPT;
+
+/* ---- Blur and sharpen -------------------------------------------------------------------- */
+/* Box blur of a packed RGB24 frame in place: a horizontal pass, then a vertical pass, each the
+ * mean of the window [i - r, i + r] clipped to the frame (2r + 1 pixels inside it). The
+ * horizontal pass truncates; it builds each row in scratch (at least 3 * width bytes), which is
+ * first cleared to scratch_size bytes and ends holding the last row. Vertical pass:
+ *   fast path (width % 4 == 0): rounds float(sum) * float(1 / n) to nearest even, except in the
+ *   last width % 16 columns, which truncate; uses its own zeroed buffer of
+ *   max(width, height) * 48 bytes (skipped if it cannot be allocated).
+ *   general path: truncates; clears scratch (at least 3 * height bytes) first and leaves the last
+ *   column's results in it.
+ * A pass is skipped when scratch is null or smaller than it needs, when the frame is null, when
+ * width or height is below 1, and when the radius is negative (kernel size below -1). */
+
+/* Fast path: radius 6 (a 13-pixel window) both ways. General path: radius 2 (5 pixels). So
+ * widths that are multiples of 4 blur far more strongly. */
+FRAMEKIT_EXPORT void EffectBlur(uint8_t* frame, int32_t width, int32_t height, uint8_t* scratch,
+                                int32_t scratch_size) FRAMEKIT_NOEXCEPT;
+/* Radius kernel / 2 (an even kernel gives a window of kernel + 1). Fast path: flag_b != 0 runs
+ * the horizontal pass, then flag_a != 0 the vertical one. General path: flag_a != 0 horizontal,
+ * then flag_b != 0 vertical. */
+FRAMEKIT_EXPORT void EffectBlurEx(uint8_t* frame, int32_t width, int32_t height, int32_t kernel,
+                                  int32_t flag_a, int32_t flag_b, uint8_t* scratch,
+                                  int32_t scratch_size) FRAMEKIT_NOEXCEPT;
+
+/* Sharpen, aligned row stride: every byte c of frame rows 1 .. height - 3, pixels 1 .. width
+ * (the last one past the row's pixels), becomes clamp(round_half_even((17c - sum of the 3 x 3
+ * same-channel window) / 8), 0, 255) in scratch (same layout as the frame); then the first
+ * height - 3 rows of scratch are copied over the frame. So frame row 0 and the first pixel of
+ * every copied row come from whatever scratch held, and the last three rows are unchanged. The
+ * filter reads frame rows 0 .. height - 2, pixels 0 .. width + 1 (into the next row's bytes); for
+ * width 1 the last byte of that lies past the frame and is read as the frame's last byte instead.
+ * Nothing happens for a null pointer, a width below 1 or a height below 4. */
+FRAMEKIT_EXPORT void EffectSharpen(uint8_t* frame, int32_t width, int32_t height,
+                                   uint8_t* scratch) FRAMEKIT_NOEXCEPT;
+
 /* ---- Timing probe ------------------------------------------------------------------------ */
 
 /* Runs the general lightness pass (the one EffectLightness takes for widths that are not

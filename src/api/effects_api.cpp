@@ -1,4 +1,4 @@
-// Channel and tone effect exports and PerfTest: argument forwarding only.
+// Effect exports and PerfTest: argument forwarding only.
 #include "effects/effects.h"
 #include "framekit/framekit.h"
 
@@ -53,6 +53,41 @@ void EffectPosterize(uint8_t* frame, int32_t width, int32_t height, int32_t leve
 }
 void EffectSolorize(uint8_t* frame, int32_t width, int32_t height, int32_t threshold) noexcept {
   fx::Solarize(frame, width, height, threshold);
+}
+
+void EffectColorNoise(uint8_t* frame, int32_t width, int32_t height, int32_t amount) noexcept {
+  fx::ColourNoise(frame, width, height, amount);
+}
+void EffectMonoNoise(uint8_t* frame, int32_t width, int32_t height, int32_t amount) noexcept {
+  fx::MonoNoise(frame, width, height, amount);
+}
+void EffectMarble(uint8_t* frame, int32_t width, int32_t height, double scale,
+                  int32_t period) noexcept {
+  fx::Marble(frame, width, height, scale, period);
+}
+void EffectSpray(uint8_t* frame, int32_t width, int32_t height, int32_t amount) noexcept {
+  fx::Spray(frame, width, height, amount);
+}
+void EffectMosaic(uint8_t* frame, int32_t width, int32_t height, int32_t block) noexcept {
+  fx::Mosaic(frame, width, height, block, {0, 0, width, height});
+}
+void EffectMosaicROI(uint8_t* frame, int32_t width, int32_t height, int32_t block,
+                     const FrameKitRect* rect) noexcept {
+  if (rect == nullptr) return;
+  const fx::MosaicRect copy{rect->left, rect->top, rect->right, rect->bottom};
+  fx::Mosaic(frame, width, height, block, copy);
+}
+
+void EffectBlur(uint8_t* frame, int32_t width, int32_t height, uint8_t* scratch,
+                int32_t scratch_size) noexcept {
+  fx::Blur(frame, width, height, scratch, scratch_size);
+}
+void EffectBlurEx(uint8_t* frame, int32_t width, int32_t height, int32_t kernel, int32_t flag_a,
+                  int32_t flag_b, uint8_t* scratch, int32_t scratch_size) noexcept {
+  fx::BlurEx(frame, width, height, kernel, flag_a, flag_b, scratch, scratch_size);
+}
+void EffectSharpen(uint8_t* frame, int32_t width, int32_t height, uint8_t* scratch) noexcept {
+  fx::Sharpen(frame, width, height, scratch);
 }
 
 int32_t PerfTest(uint8_t* frame, int32_t width, int32_t height, int32_t level) noexcept {

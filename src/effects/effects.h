@@ -33,6 +33,25 @@ void Saturation(uint8_t* frame, int32_t width, int32_t height, uint32_t s);
 void Posterize(uint8_t* frame, int32_t width, int32_t height, int32_t level);
 void Solarize(uint8_t* frame, int32_t width, int32_t height, int32_t threshold);
 
+// Noise (noise.cpp): colour noise draws per channel, mono noise one draw per pixel. An amount of
+// -1 would take draws modulo 0: it changes nothing (the colour fast path still reseeds).
+void ColourNoise(uint8_t* frame, int32_t width, int32_t height, int32_t amount);
+void MonoNoise(uint8_t* frame, int32_t width, int32_t height, int32_t amount);
+
+// Texture (texture.cpp), packed rows.
+struct MosaicRect {
+  int32_t left, top, right, bottom;  // right and bottom exclusive
+};
+void Marble(uint8_t* frame, int32_t width, int32_t height, double scale, int32_t period);
+void Spray(uint8_t* frame, int32_t width, int32_t height, int32_t amount);
+void Mosaic(uint8_t* frame, int32_t width, int32_t height, int32_t block, const MosaicRect& rect);
+
+// Blur (packed rows) and sharpen (aligned row stride), blur.cpp.
+void Blur(uint8_t* frame, int32_t width, int32_t height, uint8_t* scratch, int32_t scratch_size);
+void BlurEx(uint8_t* frame, int32_t width, int32_t height, int32_t kernel, int32_t flag_a,
+            int32_t flag_b, uint8_t* scratch, int32_t scratch_size);
+void Sharpen(uint8_t* frame, int32_t width, int32_t height, uint8_t* scratch);
+
 // The general (row-by-row) lightness pass, whatever the width: what PerfTest repeats.
 void LightnessRows(uint8_t* frame, int32_t width, int32_t height, int32_t amount);
 

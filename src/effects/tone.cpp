@@ -6,6 +6,7 @@
 #include <cstddef>
 
 #include "effects/effects.h"
+#include "effects/frame_walk.h"
 #include "primitives/core/strides.h"
 #include "primitives/core/wrap.h"
 #include "primitives/tone/tone_model.h"
@@ -15,25 +16,8 @@ namespace {
 
 namespace tone = prim::tone;
 
-// Signed remainder: -6 % 4 is -2, so negative widths that are not multiples of 4 go the general
-// way and negative multiples of 4 the fast way.
-bool FastPath(int32_t width) { return width % 4 == 0; }
-
-// Bytes covered by height rows of 3 * width bytes (0 when either is below 1).
-size_t RowBytes(int32_t width, int32_t height) {
-  if (width < 1 || height < 1) return 0;
-  return size_t{3} * static_cast<size_t>(width) * static_cast<size_t>(height);
-}
-
 void ApplyTable(uint8_t* p, size_t bytes, const uint8_t table[256]) {
   for (size_t i = 0; i < bytes; ++i) p[i] = table[p[i]];
-}
-
-// The whole frame as one row of n = width * height pixels (wrapped); false when n <= 0.
-bool AsOneRow(int32_t width, int32_t height, prim::Size* row) {
-  const int32_t n = WrapMul(width, height);
-  *row = {n, 1};
-  return n > 0;
 }
 
 int32_t ClampLevel(int32_t amount) { return amount > 255 ? 255 : amount; }

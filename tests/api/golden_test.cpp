@@ -83,10 +83,27 @@ TEST(Golden, ExportsGiveTheRecordedBytes) {
          std::vector<uint8_t> scratch(static_cast<size_t>(3 * kW * kH));
          return Fnv1a(frame, EffectGreyscale(frame.data(), kW, kH, scratch.data()));
        }},
+      // Its own sine and cosine, so the offsets are the same everywhere.
+      {"EffectMarble",
+       [] {
+         auto frame = Frame(static_cast<size_t>(3 * kW * kH), 41);
+         EffectMarble(frame.data(), kW, kH, 3.7, 11);
+         return Fnv1a(frame, 0);
+       }},
+      // Float reciprocals and the integer form of the rounded mean.
+      {"EffectBlur/76",
+       [] {
+         auto frame = Frame(static_cast<size_t>(3 * 76 * kH), 42);
+         std::vector<uint8_t> scratch(3 * 76);
+         EffectBlur(frame.data(), 76, kH, scratch.data(), 3 * 76);
+         frame.insert(frame.end(), scratch.begin(), scratch.end());
+         return Fnv1a(frame, 0);
+       }},
   };
   const uint64_t recorded[] = {0x8d8be6db5aaa539aull, 0x19b9b1a4e72e9cf4ull, 0x2a0f1ade45ce9050ull,
                                0xb34d0eddaa28f09full, 0x83d31220d6111aecull, 0xfbd0608860a02ef9ull,
-                               0x07f478710a1d8ddeull, 0xe32f6394ee0b5520ull};
+                               0x07f478710a1d8ddeull, 0xe32f6394ee0b5520ull, 0xc028a111a9f60beeull,
+                               0xcd16e465b1925912ull};
   for (size_t i = 0; i < std::size(cases); ++i) {
     const uint64_t got = cases[i].second();
     EXPECT_EQ(got, recorded[i]) << cases[i].first << ": got 0x" << std::hex << got;

@@ -7,8 +7,8 @@
 #include <random>
 #include <vector>
 
-#include "primitives/core/strides.h"
 #include "framekit/framekit.h"
+#include "primitives/core/strides.h"
 
 namespace framekit {
 namespace {
@@ -39,17 +39,6 @@ TEST(Strides, RulesAndTheirDisagreements) {
   EXPECT_EQ(BitmapStride(INT32_MAX, 24), 0);
   // 3 * INT32_MIN wraps to INT32_MIN; minus 1 wraps to INT32_MAX, which rounds up to wrap again.
   EXPECT_EQ(RowByteStrideRGB24(INT32_MIN), INT32_MIN);
-}
-
-// The worked example: a 5 x 3 RGB24 frame has rows of 15 bytes at a stride of 16.
-TEST(Flip, UpsideDownSwapsRowsAndKeepsPadding) {
-  std::vector<uint8_t> f = Random(48, 1), orig = f;
-  ASSERT_EQ(FlipHorizontalRGB24(f.data(), 5, 3), 0);
-  EXPECT_EQ(std::memcmp(&f[0], &orig[32], 15), 0);
-  EXPECT_EQ(std::memcmp(&f[16], &orig[16], 16), 0);
-  EXPECT_EQ(std::memcmp(&f[32], &orig[0], 15), 0);
-  EXPECT_EQ(f[15], orig[15]);
-  EXPECT_EQ(f[47], orig[47]);
 }
 
 TEST(Flip, OneRowOrOneColumnIsASizeError) {
@@ -129,16 +118,6 @@ TEST(Flip, EveryExportAgainstIndexArithmetic) {
       EXPECT_EQ(y, want) << "Ex form leaves destination padding alone, " << w << "x" << h;
     }
   }
-}
-
-TEST(Flip, YuyvOfWidthThreeUsesStrideEight) {
-  std::vector<uint8_t> f = Random(24, 3), orig = f;
-  ASSERT_EQ(FlipHorizontalYUY2(f.data(), 3, 3), 0);
-  EXPECT_EQ(std::memcmp(&f[0], &orig[16], 6), 0);
-  EXPECT_EQ(std::memcmp(&f[8], &orig[8], 8), 0);
-  EXPECT_EQ(std::memcmp(&f[16], &orig[0], 6), 0);
-  EXPECT_EQ(f[6], orig[6]);
-  EXPECT_EQ(f[23], orig[23]);
 }
 
 TEST(Crop, WorkedExampleFromAFivePixelFrame) {

@@ -68,7 +68,7 @@ TEST(Darkness, BothPathsOnRandomFrames) {
 }
 
 TEST(Contrast, BothPathsOnRandomFrames) {
-  for (const int32_t k : {-300, -255, -100, -1, 1, 50, 128, 255, 258, 259, 260, 1000}) {
+  for (const int32_t k : {-300, -255, -100, -1, 0, 1, 50, 128, 255, 258, 259, 260, 1000}) {
     const float fs =
         static_cast<float>(k + 255) * 259.0f / ((259.0f - static_cast<float>(k)) * 255.0f);
     const double fd = (k + 255) * 259.0 / ((259.0 - k) * 255.0);
@@ -112,7 +112,7 @@ void SaturationExpected(const uint8_t* in, uint8_t* out, uint32_t s, Where at) {
 
 TEST(Saturation, BothPathsOnRandomFrames) {
   Rng rng("tone/saturation");
-  for (const uint32_t s : {0u, 1u, 100u, 254u, 256u, 400u, 1000u}) {
+  for (const uint32_t s : {0u, 1u, 100u, 254u, 255u, 256u, 400u, 1000u}) {
     for (const int32_t w : kWidths) {
       const int32_t h = rng.Pick(std::vector<int32_t>{1, 2, 3, 5});
       const std::vector<uint8_t> in = RandomFrame(rng, 3 * w, h);
@@ -160,31 +160,6 @@ TEST(Lightness, ExtremeAmounts) {
       EffectDarkness(f.data(), w, h, amount);
       EXPECT_EQ(f, in) << w << " " << amount;
     }
-  }
-}
-
-TEST(Contrast, NoChangeAtZeroAndFlatGreyAtMinus255) {
-  Rng rng("tone/contrast-worked");
-  for (const int32_t w : {20, 21}) {
-    const std::vector<uint8_t> in = RandomFrame(rng, 3 * w, 3);
-    std::vector<uint8_t> f = in;
-    EffectContrast(f.data(), w, 3, 0);
-    EXPECT_EQ(f, in);
-    EffectContrast(f.data(), w, 3, -255);
-    EXPECT_EQ(f, std::vector<uint8_t>(in.size(), 128)) << w;
-  }
-}
-
-TEST(Saturation, IdentityAt255AndMeanAtZero) {
-  Rng rng("tone/saturation-worked");
-  const std::vector<uint8_t> in = RandomFrame(rng, 3 * 7, 3);
-  std::vector<uint8_t> f = in;
-  EffectSaturation(f.data(), 7, 3, 255);
-  EXPECT_EQ(f, in);
-  EffectSaturation(f.data(), 7, 3, 0);
-  for (size_t i = 0; i < in.size(); ++i) {
-    const size_t p = i / 3 * 3;
-    EXPECT_EQ(f[i], (in[p] + in[p + 1] + in[p + 2]) / 3) << i;
   }
 }
 

@@ -48,6 +48,8 @@ CpuSnapshot Capture(const Processor& p) {
 
 TEST(CpuInit, WholeProcessors) {
   constexpr uint32_t kAvxCpu = kSse3 | kSsse3 | kSse41 | kMovbe | kOsxsave | kAvx;
+  constexpr uint64_t kSse41Set = kBase | kFeatSse3 | kFeatSsse3 | kFeatMovbe | kFeatSse41;
+  constexpr uint64_t kAvxSet = kSse41Set | kFeatAvx | kFeatAvxOs;
   const struct {
     Processor cpu;
     int cls;
@@ -56,42 +58,26 @@ TEST(CpuInit, WholeProcessors) {
   } cases[] = {
       {{"SSE3 only", kSse3}, 1, kBase | kFeatSse3, 0},
       {{"SSSE3", kSse3 | kSsse3}, 2, kBase | kFeatSse3 | kFeatSsse3, 0},
-      {{"SSSE3 and MOVBE", kSse3 | kSsse3 | kMovbe},
-       3,
-       kBase | kFeatSse3 | kFeatSsse3 | kFeatMovbe,
-       0},
+      {{"SSSE3 and MOVBE", kSse3 | kSsse3 | kMovbe}, 3, kSse41Set & ~kFeatSse41, 0},
       {{"MOVBE without SSSE3 falls to the SSE3 rule", kSse3 | kMovbe}, 1, kBase | kFeatSse3, 0},
       {{"SSE4.1 alone", kSse41}, 4, kBase | kFeatSse41, 0},
-      {{"AVX", kAvxCpu},
-       5,
-       (kBase | kFeatSse3 | kFeatSsse3 | kFeatMovbe | kFeatSse41 | kFeatAvx | kFeatAvxOs) &
-           kClassMask[5],
-       0},
+      {{"AVX", kAvxCpu}, 5, kAvxSet & kClassMask[5], 0},
       {{"AVX, registers not saved by the system", kAvxCpu | kFma, kAvx2Ebx, 0x3},
        4,
-       (kBase | kFeatSse3 | kFeatSsse3 | kFeatMovbe | kFeatSse41) & kClassMask[4],
+       kSse41Set & kClassMask[4],
        0},
-      {{"AVX2 group", kAvxCpu | kFma, kAvx2Ebx},
-       6,
-       (kBase | kFeatSse3 | kFeatSsse3 | kFeatMovbe | kFeatSse41 | kFeatAvx | kFeatAvxOs |
-        kFeatAvx2Group) &
-           kClassMask[6],
-       0},
+      {{"AVX2 group", kAvxCpu | kFma, kAvx2Ebx}, 6, (kAvxSet | kFeatAvx2Group) & kClassMask[6], 0},
       {{"AVX2 without BMI2 is no AVX2 group", kAvxCpu | kFma, (1u << 3) | (1u << 5)},
        5,
-       (kBase | kFeatSse3 | kFeatSsse3 | kFeatMovbe | kFeatSse41 | kFeatAvx | kFeatAvxOs) &
-           kClassMask[5],
+       kAvxSet & kClassMask[5],
        0},
       {{"leaf 7 beyond the highest leaf is not read", kAvxCpu | kFma, kAvx2Ebx, 0x7, 6},
        5,
-       (kBase | kFeatSse3 | kFeatSsse3 | kFeatMovbe | kFeatSse41 | kFeatAvx | kFeatAvxOs) &
-           kClassMask[5],
+       kAvxSet & kClassMask[5],
        0},
       {{"another vendor keeps its class", kAvxCpu | kFma, kAvx2Ebx, 0x7, 0xD, "AuthenticAMD"},
        6,
-       (kBase | kFeatSse3 | kFeatSsse3 | kFeatMovbe | kFeatSse41 | kFeatAvx | kFeatAvxOs |
-        kFeatAvx2Group) &
-           kClassMask[6],
+       (kAvxSet | kFeatAvx2Group) & kClassMask[6],
        ippStsNonIntelCpu},
       {{"nothing beyond SSE2", 0}, 0, kBase, 0},
   };

@@ -91,7 +91,7 @@ std::vector<Placement> Packed(size_t images) { return std::vector<Placement>(ima
 
 const std::vector<int32_t> kWidths = {1,  2,  3,  4,  5,  7,  8,  15, 16,  17, 31,
                                       32, 33, 47, 48, 49, 63, 64, 65, 127, 129};
-const std::vector<int32_t> kHeights = {1, 2, 3, 7};
+const std::vector<int32_t> kHeights = {1, 2, 3, 7, 17};  // 17: a band of 16 rows and one more
 
 std::vector<int32_t> AxesOf(const PrimitiveShape& shape) {
   if (!shape.axes.empty()) return shape.axes;
