@@ -1,0 +1,104 @@
+// Resize, reference level: every class for now. Rows of the source are filtered across for each
+// tap of a destination row and accumulated down, in the fixed point of resize.h.
+#include <cstdint>
+#include <cstring>
+
+#include "primitives/core/rows.h"
+#include "primitives/resize/resize.h"
+#include "primitives/resize/resize_kernels.h"
+
+namespace framekit::prim::ref {
+namespace {
+
+using resize::Axis;
+
+// The border of the extent averaged with its inward neighbours (flags 31 and 30).
+template <int C>
+void SmoothEdges(uint8_t* dst, int32_t step, const resize::Plan& p) {
+  auto mean = [](uint8_t* a, const uint8_t* b) {
+    for (int c = 0; c < C; ++c) a[c] = static_cast<uint8_t>((a[c] + b[c] + 1) >> 1);
+  };
+  if (p.x1 - p.x0 >= 2) {
+    for (int64_t y = p.y0; y < p.y1; ++y) {
+      uint8_t* row = RowAt(dst, step, y);
+      mean(row + C * p.x0, row + C * (p.x0 + 1));
+      mean(row + C * (p.x1 - 1), row + C * (p.x1 - 2));
+    }
+  }
+  if (p.y1 - p.y0 >= 2) {
+    for (int64_t x = p.x0; x < p.x1; ++x) {
+      mean(RowAt(dst, step, p.y0) + C * x, RowAt(dst, step, p.y0 + 1) + C * x);
+      mean(RowAt(dst, step, p.y1 - 1) + C * x, RowAt(dst, step, p.y1 - 2) + C * x);
+    }
+  }
+}
+
+template <int C>
+Status Resize(const uint8_t* src, Size src_size, int32_t src_step, const Rect* src_roi,
+              uint8_t* dst, int32_t dst_step, const Rect* dst_roi, double xf, double yf, double xs,
+              double ys, int32_t interpolation, uint8_t* buffer) {
+  const resize::Plan p = resize::PlanResize(src, src_size, src_roi, dst, dst_roi, xf, yf, xs, ys,
+                                            interpolation, buffer);
+  if (!p.write) return p.status;
+  const resize::Layout bound =
+      resize::BufferLayout(src_size, {dst_roi->width, dst_roi->height}, C, interpolation);
+  Axis ax, ay;
+  ax.count = p.x1 - p.x0, ay.count = p.y1 - p.y0;
+  ax.taps = resize::TapCount(p.code, interpolation, xf);
+  ay.taps = resize::TapCount(p.code, interpolation, yf);
+  if (ax.taps > bound.x_taps || ay.taps > bound.y_taps) return ippStsResizeFactorErr;
+  // The buffer, 8-byte aligned: indices, filtered row, accumulators, then weights.
+  auto* at = reinterpret_cast<uint8_t*>((reinterpret_cast<uintptr_t>(buffer) + 7) & ~uintptr_t{7});
+  ax.index = reinterpret_cast<int32_t*>(at);
+  ay.index = ax.index + ax.count * ax.taps;
+  int32_t* filtered = ay.index + ay.count * ay.taps;
+  int32_t* sums = filtered + ax.count * C;
+  ax.weight = reinterpret_cast<int16_t*>(sums + ax.count * C);
+  ay.weight = ax.weight + ax.count * ax.taps;
+  resize::FillAxis(ax, p.code, interpolation, xf, xs, p.x0, p.src.x, p.src.width);
+  resize::FillAxis(ay, p.code, interpolation, yf, ys, p.y0, p.src.y, p.src.height);
+  for (int64_t k = 0; k < ay.count; ++k) {
+    std::memset(sums, 0, sizeof(int32_t) * static_cast<size_t>(ax.count * C));
+    for (int64_t v = 0; v < ay.taps; ++v) {
+      const int32_t wy = ay.weight[k * ay.taps + v];
+      if (wy == 0) continue;
+      const uint8_t* row = RowAt(src, src_step, ay.index[k * ay.taps + v]);
+      for (int64_t x = 0; x < ax.count; ++x) {
+        for (int c = 0; c < C; ++c) {
+          int32_t h = 0;
+          for (int64_t t = 0; t < ax.taps; ++t) {
+            h += ax.weight[x * ax.taps + t] * row[C * int64_t{ax.index[x * ax.taps + t]} + c];
+          }
+          filtered[x * C + c] = (h + 128) >> 8;
+        }
+      }
+      for (int64_t i = 0; i < ax.count * C; ++i) sums[i] += wy * filtered[i];
+    }
+    uint8_t* out = RowAt(dst, dst_step, p.y0 + k) + C * p.x0;
+    for (int64_t i = 0; i < ax.count * C; ++i) {
+      const int32_t v = (sums[i] + (1 << 19)) >> 20;
+      out[i] = static_cast<uint8_t>(v < 0 ? 0 : (v > 255 ? 255 : v));
+    }
+  }
+  if (resize::EdgeFlag(interpolation)) SmoothEdges<C>(dst, dst_step, p);
+  return p.status;
+}
+
+}  // namespace
+
+Status ippiResizeSqrPixel_8u_C3R(const uint8_t* src, Size src_size, int32_t src_step,
+                                 const Rect* src_roi, uint8_t* dst, int32_t dst_step,
+                                 const Rect* dst_roi, double xf, double yf, double xs, double ys,
+                                 int32_t interpolation, uint8_t* buffer) {
+  return Resize<3>(src, src_size, src_step, src_roi, dst, dst_step, dst_roi, xf, yf, xs, ys,
+                   interpolation, buffer);
+}
+Status ippiResizeSqrPixel_8u_C4R(const uint8_t* src, Size src_size, int32_t src_step,
+                                 const Rect* src_roi, uint8_t* dst, int32_t dst_step,
+                                 const Rect* dst_roi, double xf, double yf, double xs, double ys,
+                                 int32_t interpolation, uint8_t* buffer) {
+  return Resize<4>(src, src_size, src_step, src_roi, dst, dst_step, dst_roi, xf, yf, xs, ys,
+                   interpolation, buffer);
+}
+
+}  // namespace framekit::prim::ref
