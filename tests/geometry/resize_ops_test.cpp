@@ -146,8 +146,9 @@ TEST(ResizeYUY2, NearestPixelsAndSharedPairChroma) {
   EXPECT_EQ(two[0], 10);
   EXPECT_EQ(::ResizeYUY2(odd.data(), two.data(), 3, 1, 1, 1), 0);  // pixel 1.5 -> 1, pair 0
   EXPECT_EQ(two[0], 20);
-  Bytes one(4, 0);
-  EXPECT_EQ(::ResizeYUY2(odd.data(), one.data(), 3, 1, 4, 1), 0);
+  Bytes four(8, 0);
+  EXPECT_EQ(::ResizeYUY2(odd.data(), four.data(), 3, 1, 4, 1), 0);
+  EXPECT_EQ(four, (Bytes{10, 1, 20, 2, 20, 3, 30, 3}));  // the cut pair lends U for V
   EXPECT_EQ(::ResizeYUY2(src.data(), dst.data(), 0, 1, 8, 1), -6);
   EXPECT_EQ(::ResizeYUY2(nullptr, dst.data(), 4, 1, 8, 1), -8);
 }
