@@ -69,6 +69,12 @@ typedef struct FrameKitRect {
   int32_t bottom; /* exclusive */
 } FrameKitRect;
 
+/* A size in pixels, passed by value: width then height. */
+typedef struct FrameKitSize {
+  int32_t width;
+  int32_t height;
+} FrameKitSize;
+
 /* ---- Initialisation ---------------------------------------------------------------------- */
 
 /* Identifies the processor and selects the processor class (0-6) whose primitive variants every
@@ -424,6 +430,41 @@ FRAMEKIT_EXPORT void EffectBlurEx(uint8_t* frame, int32_t width, int32_t height,
  * Nothing happens for a null pointer, a width below 1 or a height below 4. */
 FRAMEKIT_EXPORT void EffectSharpen(uint8_t* frame, int32_t width, int32_t height,
                                    uint8_t* scratch) FRAMEKIT_NOEXCEPT;
+
+/* ---- Resize ------------------------------------------------------------------------------ */
+/* Whole frames scaled by the resize primitive (centred sample positions, edge samples repeated,
+ * 14-bit fixed-point weights; the same bytes on every processor and platform).
+ *
+ * RGB24 frame scaled to dst_width x dst_height, both at the aligned row stride. mode: 1 nearest,
+ * 2 linear, 3 cubic, 4 Lanczos (three lobes); anything else nearest. buffer and buffer_size are
+ * the caller's work-buffer cache: a held buffer of exactly the size asked for is reused, any
+ * other is released (zqippiFree) and a new one allocated and stored back; start with null, and
+ * release the last buffer with zqippiFree. Result: the primitive's status (0; -8 null frame, null
+ * buffer or size holder, or a failed allocation; -6 a size below 1; 29 or 1 nothing written). */
+FRAMEKIT_EXPORT int32_t ResizeRGB24(const uint8_t* src, int32_t src_width, int32_t src_height,
+                                    uint8_t* dst, int32_t dst_width, int32_t dst_height,
+                                    int32_t mode, uint8_t** buffer,
+                                    int32_t* buffer_size) FRAMEKIT_NOEXCEPT;
+
+/* RGB32 letterbox: the crop rectangle of src (src_size, rows of 4 * width bytes) scaled, with the
+ * aspect of the whole source, to the largest even-sided rectangle fitting dst_size, centred
+ * (an odd side of dst_size gives a fit one pixel larger, placed one pixel early and clipped).
+ * interpolation is the primitive's code (1, 2, 4-7, 8 reducing only, 16). The source is left
+ * cleared to zero; the picture is placed in work (a frame of dst_size; its other pixels are the
+ * bars and are not cleared, so pass a black frame or the source itself) and work is copied to
+ * dst. buffer/buffer_size by value: a buffer of exactly the asked size is used, any other is
+ * released and a fresh one used for this call. No result. */
+FRAMEKIT_EXPORT void ResizeRGB32LB(uint8_t* src, FrameKitSize src_size, const FrameKitRect* crop,
+                                   uint8_t* dst, uint8_t* work, FrameKitSize dst_size,
+                                   int32_t interpolation, uint8_t* buffer,
+                                   int32_t buffer_size) FRAMEKIT_NOEXCEPT;
+
+/* YUY2 frame scaled by nearest neighbour, rows at the aligned bitmap stride (2 bytes a pixel);
+ * each destination pixel pair takes its chroma from one source pair. Result: the primitive's
+ * status. */
+FRAMEKIT_EXPORT int32_t ResizeYUY2(const uint8_t* src, uint8_t* dst, int32_t src_width,
+                                   int32_t src_height, int32_t dst_width,
+                                   int32_t dst_height) FRAMEKIT_NOEXCEPT;
 
 /* ---- Timing probe ------------------------------------------------------------------------ */
 

@@ -35,6 +35,7 @@ std::vector<DemoStep> FillSteps(const Image& original);
 std::vector<DemoStep> MemorySteps(const Image& original);
 std::vector<DemoStep> EffectSteps(const Image& original);
 std::vector<DemoStep> TextureSteps(const Image& original);
+std::vector<DemoStep> ResizeSteps(const Image& original);
 
 // Every step in gallery order.
 std::vector<DemoStep> AllDemoSteps(const Image& original);

@@ -28,6 +28,21 @@ int32_t MallocStepC3(int32_t width) {
   return static_cast<int32_t>(static_cast<uint32_t>(static_cast<uint64_t>(step)));
 }
 
+namespace {
+
+// size bytes from the allocate hook, 64-byte aligned, the block's address just before them.
+uint8_t* AlignedBlock(int32_t size) {
+  void* block = g_allocate(static_cast<size_t>(size) + kSlack);
+  if (block == nullptr) return nullptr;
+  const uintptr_t base = reinterpret_cast<uintptr_t>(block);
+  const uintptr_t aligned = (base + kSlack - 1) & ~uintptr_t{kAlign - 1};
+  uint8_t* p = static_cast<uint8_t*>(block) + (aligned - base);
+  std::memcpy(p - sizeof(void*), &block, sizeof(void*));
+  return p;
+}
+
+}  // namespace
+
 uint8_t* ippiMalloc_8u_C3(int32_t width, int32_t height, int32_t* step) {
   if (step == nullptr) return nullptr;
   if (width <= 0 || height <= 0) {
@@ -37,14 +52,10 @@ uint8_t* ippiMalloc_8u_C3(int32_t width, int32_t height, int32_t* step) {
   *step = MallocStepC3(width);
   const int32_t size = WrapMul(*step, height);
   if (size < 1) return nullptr;
-  void* block = g_allocate(static_cast<size_t>(size) + kSlack);
-  if (block == nullptr) return nullptr;
-  const uintptr_t base = reinterpret_cast<uintptr_t>(block);
-  const uintptr_t aligned = (base + kSlack - 1) & ~uintptr_t{kAlign - 1};
-  uint8_t* p = static_cast<uint8_t*>(block) + (aligned - base);
-  std::memcpy(p - sizeof(void*), &block, sizeof(void*));
-  return p;
+  return AlignedBlock(size);
 }
+
+uint8_t* ippsMalloc_8u(int32_t size) { return size < 1 ? nullptr : AlignedBlock(size); }
 
 void ippiFree(void* p) {
   if (p == nullptr) return;

@@ -19,6 +19,9 @@ void SetAllocationHooks(AllocateFn allocate, ReleaseFn release);
 int32_t MallocStepC3(int32_t width);
 
 uint8_t* ippiMalloc_8u_C3(int32_t width, int32_t height, int32_t* step);
+// `size` bytes in the same kind of block (null for a size below 1 or a failed allocation).
+uint8_t* ippsMalloc_8u(int32_t size);
+// Releases a block of either allocator (null: nothing).
 void ippiFree(void* p);
 
 }  // namespace framekit::prim

@@ -56,12 +56,27 @@ using ResizeSig = Status(const uint8_t* src, Size src_size, int32_t src_step, co
                          uint8_t* buffer);
 using ResizeFn = ResizeSig*;
 
+// ippiResizeYUV422_8u_C2R: YUY2 (Y0 U Y1 V a pixel pair) from src_roi (clipped to the image) into
+// the dst_size region at the destination's origin, nearest neighbour only (interpolation 1;
+// other codes -22). Destination pixel x takes the luma of source pixel
+// roi.x + min(w - 1, floor((x + 0.5) / xf)); the chroma byte it carries (U on even pixels, V on
+// odd ones) comes from the source pair holding the source pixel of its own pair's centre
+// (2p + 1) / xf, clamped alike, so both pixels of a destination pair share one source pair. A
+// source pair cut short by an odd width lends its U for V. Rows alike with yf. Checks: null
+// pointer -8, sizes -6, factors not above 0 -23, then the code; a region outside the image 29.
+using ResizeYuv422Sig = Status(const uint8_t* src, Size src_size, int32_t src_step,
+                               const Rect* src_roi, uint8_t* dst, int32_t dst_step, Size dst_size,
+                               double x_factor, double y_factor, int32_t interpolation);
+using ResizeYuv422Fn = ResizeYuv422Sig*;
+
 namespace ref {
 ResizeSig ippiResizeSqrPixel_8u_C3R, ippiResizeSqrPixel_8u_C4R;
-}
+ResizeYuv422Sig ippiResizeYUV422_8u_C2R;
+}  // namespace ref
 
 FK_PRIMITIVE(ippiResizeSqrPixel_8u_C3R, ResizeSig);
 FK_PRIMITIVE(ippiResizeSqrPixel_8u_C4R, ResizeSig);
+FK_PRIMITIVE(ippiResizeYUV422_8u_C2R, ResizeYuv422Sig);
 
 // Work-buffer bytes for the resize of a source of src_rect's size into dst_rect with `channels`
 // (3 or 4) and `interpolation`. -8 for a null pointer, -6 for an empty rectangle or a channel

@@ -5,6 +5,7 @@ namespace framekit::prim {
 
 FK_PRIMITIVE_TABLE(ippiResizeSqrPixel_8u_C3R, ResizeSig, .ref = ref::ippiResizeSqrPixel_8u_C3R);
 FK_PRIMITIVE_TABLE(ippiResizeSqrPixel_8u_C4R, ResizeSig, .ref = ref::ippiResizeSqrPixel_8u_C4R);
+FK_PRIMITIVE_TABLE(ippiResizeYUV422_8u_C2R, ResizeYuv422Sig, .ref = ref::ippiResizeYUV422_8u_C2R);
 
 Status ippiResizeGetBufSize(const Rect* src_rect, const Rect* dst_rect, int32_t channels,
                             int32_t interpolation, int32_t* size) {

@@ -101,4 +101,39 @@ Status ippiResizeSqrPixel_8u_C4R(const uint8_t* src, Size src_size, int32_t src_
                    interpolation, buffer);
 }
 
+Status ippiResizeYUV422_8u_C2R(const uint8_t* src, Size src_size, int32_t src_step,
+                               const Rect* src_roi, uint8_t* dst, int32_t dst_step, Size dst_size,
+                               double xf, double yf, int32_t interpolation) {
+  if (src == nullptr || dst == nullptr || src_roi == nullptr) return ippStsNullPtrErr;
+  const Rect r = *src_roi;
+  if (src_size.width <= 0 || src_size.height <= 0 || r.x < 0 || r.y < 0 || r.width <= 0 ||
+      r.height <= 0 || dst_size.width <= 0 || dst_size.height <= 0) {
+    return ippStsSizeErr;
+  }
+  if (!(xf > 0) || !(yf > 0)) return ippStsResizeFactorErr;
+  if (interpolation != kResizeNearest) return ippStsInterpolationErr;
+  if (r.x >= src_size.width || r.y >= src_size.height) return ippStsResizeOutsideSource;
+  const int64_t w = src_size.width - r.x < r.width ? src_size.width - r.x : r.width;
+  const int64_t h = src_size.height - r.y < r.height ? src_size.height - r.y : r.height;
+  // The source pixel (absolute) under a destination position.
+  auto nearest = [](double at, double factor, int64_t lo, int64_t n) {
+    const double s = resize::Floor(at / factor);
+    return lo + (s < 0 ? 0 : (s > static_cast<double>(n - 1) ? n - 1 : static_cast<int64_t>(s)));
+  };
+  const int64_t last = src_size.width - 1;
+  for (int64_t y = 0; y < dst_size.height; ++y) {
+    const uint8_t* in = RowAt(src, src_step, nearest(static_cast<double>(y) + 0.5, yf, r.y, h));
+    uint8_t* out = RowAt(dst, dst_step, y);
+    for (int64_t x = 0; x < dst_size.width; ++x) {
+      const int64_t sx = nearest(static_cast<double>(x) + 0.5, xf, r.x, w);
+      const int64_t pair_centre = nearest(static_cast<double>(x / 2 * 2 + 1), xf, r.x, w) / 2 * 2;
+      // U sits at the pair's first pixel, V at its second; without one, U stands in for V.
+      const int64_t chroma = x % 2 == 0 || pair_centre + 1 > last ? pair_centre : pair_centre + 1;
+      out[2 * x] = in[2 * sx];
+      out[2 * x + 1] = in[2 * chroma + 1];
+    }
+  }
+  return ippStsNoErr;
+}
+
 }  // namespace framekit::prim::ref

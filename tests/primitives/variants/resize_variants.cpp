@@ -61,8 +61,24 @@ struct ResizeDriver {
   }
 };
 
+// YUY2 nearest: whole regions, the factors of the two sizes; the mode is the interpolation
+// (anything but nearest must fail).
+struct Yuv422Driver {
+  PrimitiveShape Shape() const {
+    return {.images = {{"src", 2, Access::kRead, 1, 0}, {"dst", 2, Access::kWrite, 1, 1}},
+            .sizes = 2,
+            .modes = {prim::kResizeNearest, prim::kResizeLinear}};
+  }
+  prim::Status Call(prim::ResizeYuv422Fn fn, const CallArgs& a) const {
+    const Rect whole{0, 0, a.roi.width, a.roi.height};
+    return fn(a.image[0], a.roi, a.step[0], &whole, a.image[1], a.step[1], a.roi2,
+              Factor(a.roi2.width, a.roi.width), Factor(a.roi2.height, a.roi.height), a.axis);
+  }
+};
+
 FK_VARIANT_SUBJECT(ippiResizeSqrPixel_8u_C3R, ResizeDriver{3});
 FK_VARIANT_SUBJECT(ippiResizeSqrPixel_8u_C4R, ResizeDriver{4});
+FK_VARIANT_SUBJECT(ippiResizeYUV422_8u_C2R, Yuv422Driver{});
 
 }  // namespace
 }  // namespace framekit::test
