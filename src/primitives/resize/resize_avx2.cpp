@@ -1,0 +1,149 @@
+// Resize, AVX2 level: classes 6 and up. The SSSE3 scheme with two pixels in the two halves of
+// each 256-bit register: destination pixels x and x + 2 in one accumulator, x + 1 and x + 3 in
+// the other, so that packing the two puts four pixels in order. Vertical pass 32 bytes a step.
+#include <immintrin.h>
+
+#include <cstdint>
+
+#include "primitives/resize/resize.h"
+#include "primitives/resize/resize_body.h"
+
+namespace framekit::prim::avx2 {
+namespace {
+
+using resize::Columns;
+
+template <int C>
+__m256i PairMask(int second_pair) {
+  const int o = 2 * C * second_pair;
+  if constexpr (C == 4) {
+    return _mm256_setr_epi8(char(o), -1, char(o + 4), -1, char(o + 1), -1, char(o + 5), -1,
+                            char(o + 2), -1, char(o + 6), -1, char(o + 3), -1, char(o + 7), -1,
+                            char(o), -1, char(o + 4), -1, char(o + 1), -1, char(o + 5), -1,
+                            char(o + 2), -1, char(o + 6), -1, char(o + 3), -1, char(o + 7), -1);
+  } else {
+    return _mm256_setr_epi8(char(o), -1, char(o + 3), -1, char(o + 1), -1, char(o + 4), -1,
+                            char(o + 2), -1, char(o + 5), -1, -1, -1, -1, -1, char(o), -1,
+                            char(o + 3), -1, char(o + 1), -1, char(o + 4), -1, char(o + 2), -1,
+                            char(o + 5), -1, -1, -1, -1, -1);
+  }
+}
+
+// 16 bytes from `low` and 16 from `high` in one register.
+__m256i Load2(const void* low, const void* high) {
+  return _mm256_inserti128_si256(
+      _mm256_castsi128_si256(_mm_loadu_si128(static_cast<const __m128i*>(low))),
+      _mm_loadu_si128(static_cast<const __m128i*>(high)), 1);
+}
+
+template <int C, int kPairs>
+int64_t HorizontalPairs(const uint8_t* row, const Columns& t, int16_t* out) {
+  const __m256i first_pair = PairMask<C>(0), second_pair = PairMask<C>(1);
+  const __m256i round = _mm256_set1_epi32(128);
+  const __m256i compact = _mm256_setr_epi8(0, 1, 2, 3, 4, 5, 8, 9, 10, 11, 12, 13, -1, -1, -1, -1,
+                                           0, 1, 2, 3, 4, 5, 8, 9, 10, 11, 12, 13, -1, -1, -1, -1);
+  const int64_t pairs = kPairs > 0 ? kPairs : t.pairs;
+  const auto* spread = reinterpret_cast<const __m128i*>(t.spread);
+  int64_t x = t.first;
+  for (; x + 4 <= t.last; x += 4) {
+    __m256i acc[2];
+    for (int i = 0; i < 2; ++i) {
+      const uint8_t* lo = row + C * int64_t{t.start[x + i]};
+      const uint8_t* hi = row + C * int64_t{t.start[x + i + 2]};
+      const __m128i* wl = spread + (x + i) * pairs;
+      const __m128i* wh = spread + (x + i + 2) * pairs;
+      __m256i a = _mm256_setzero_si256();
+      for (int64_t q = 0; q < pairs; q += 2) {
+        const __m256i d = Load2(lo + 2 * C * q, hi + 2 * C * q);
+        a = _mm256_add_epi32(
+            a, _mm256_madd_epi16(_mm256_shuffle_epi8(d, first_pair), Load2(wl + q, wh + q)));
+        if (q + 1 < pairs) {
+          a = _mm256_add_epi32(a, _mm256_madd_epi16(_mm256_shuffle_epi8(d, second_pair),
+                                                    Load2(wl + q + 1, wh + q + 1)));
+        }
+      }
+      acc[i] = _mm256_srai_epi32(_mm256_add_epi32(a, round), 8);
+    }
+    // Low half: pixels x, x + 1; high half: x + 2, x + 3.
+    __m256i four = _mm256_packs_epi32(acc[0], acc[1]);
+    if constexpr (C == 4) {
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + 4 * x), four);
+    } else {
+      four = _mm256_shuffle_epi8(four, compact);
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(out + 3 * x), _mm256_castsi256_si128(four));
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(out + 3 * (x + 2)),
+                       _mm256_extracti128_si256(four, 1));
+    }
+  }
+  return x - t.first;
+}
+
+struct Kernels {
+  template <int C>
+  static int64_t Horizontal(const uint8_t* row, const Columns& t, int16_t* out) {
+    switch (t.pairs) {
+      case 1:
+        return HorizontalPairs<C, 1>(row, t, out);
+      case 2:
+        return HorizontalPairs<C, 2>(row, t, out);
+      case 3:
+        return HorizontalPairs<C, 3>(row, t, out);
+      default:
+        return HorizontalPairs<C, 0>(row, t, out);
+    }
+  }
+
+  static void Vertical(uint8_t* out, const int16_t* const* rows, const int32_t* pairs,
+                       int64_t pair_count, int64_t length) {
+    if (length < 32) {
+      resize::SumRows(out, rows, pairs, pair_count, 0, length);
+      return;
+    }
+    __m256i weights[resize::kRingRows];
+    for (int64_t q = 0; q < pair_count; ++q) weights[q] = _mm256_set1_epi32(pairs[q]);
+    const __m256i round = _mm256_set1_epi32(1 << 19);
+    auto step = [&](int64_t i) {
+      __m256i acc[4] = {_mm256_setzero_si256(), _mm256_setzero_si256(), _mm256_setzero_si256(),
+                        _mm256_setzero_si256()};
+      for (int64_t q = 0; q < pair_count; ++q) {
+        for (int h = 0; h < 2; ++h) {
+          const __m256i a =
+              _mm256_loadu_si256(reinterpret_cast<const __m256i*>(rows[2 * q] + i + 16 * h));
+          const __m256i b =
+              _mm256_loadu_si256(reinterpret_cast<const __m256i*>(rows[2 * q + 1] + i + 16 * h));
+          acc[2 * h] = _mm256_add_epi32(acc[2 * h],
+                                        _mm256_madd_epi16(_mm256_unpacklo_epi16(a, b), weights[q]));
+          acc[2 * h + 1] = _mm256_add_epi32(
+              acc[2 * h + 1], _mm256_madd_epi16(_mm256_unpackhi_epi16(a, b), weights[q]));
+        }
+      }
+      for (__m256i& v : acc) v = _mm256_srai_epi32(_mm256_add_epi32(v, round), 20);
+      const __m256i bytes = _mm256_packus_epi16(_mm256_packs_epi32(acc[0], acc[1]),
+                                                _mm256_packs_epi32(acc[2], acc[3]));
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + i),
+                          _mm256_permute4x64_epi64(bytes, 0xD8));
+    };
+    int64_t i = 0;
+    for (; i + 32 <= length; i += 32) step(i);
+    if (i < length) step(length - 32);  // the last 32 bytes again, the same values
+  }
+};
+
+}  // namespace
+
+Status ippiResizeSqrPixel_8u_C3R(const uint8_t* src, Size src_size, int32_t src_step,
+                                 const Rect* src_roi, uint8_t* dst, int32_t dst_step,
+                                 const Rect* dst_roi, double xf, double yf, double xs, double ys,
+                                 int32_t interpolation, uint8_t* buffer) {
+  return resize::Body<Kernels, 3>(src, src_size, src_step, src_roi, dst, dst_step, dst_roi, xf, yf,
+                                  xs, ys, interpolation, buffer, ref::ippiResizeSqrPixel_8u_C3R);
+}
+Status ippiResizeSqrPixel_8u_C4R(const uint8_t* src, Size src_size, int32_t src_step,
+                                 const Rect* src_roi, uint8_t* dst, int32_t dst_step,
+                                 const Rect* dst_roi, double xf, double yf, double xs, double ys,
+                                 int32_t interpolation, uint8_t* buffer) {
+  return resize::Body<Kernels, 4>(src, src_size, src_step, src_roi, dst, dst_step, dst_roi, xf, yf,
+                                  xs, ys, interpolation, buffer, ref::ippiResizeSqrPixel_8u_C4R);
+}
+
+}  // namespace framekit::prim::avx2
