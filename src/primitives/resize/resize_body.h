@@ -18,6 +18,7 @@
 // more than kRingRows source rows, are left to the reference body.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 
@@ -64,12 +65,16 @@ static inline void SumRows(uint8_t* out, const int16_t* const* rows, const int32
   }
 }
 
-// Nearest neighbour needs no filtering: each destination pixel is its source pixel, and a row
-// whose source row is the previous row's is a copy of that row.
+// Nearest neighbour needs no filtering: each destination pixel is its source pixel (the table
+// holds the byte offsets, clamped), and a row whose source row is the previous row's is a copy
+// of that row. Three-byte pixels move as four bytes while the load stays inside the region
+// (columns.last of them) and the next pixel overwrites the spare byte.
 template <int C>
 static void NearestRows(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_step,
                         const Plan& p, const Columns& t, const int32_t* row_start) {
   const int64_t count = t.count, bottom = int64_t{p.src.y} + p.src.height - 1;
+  const int64_t wide = C == 4 ? count : (t.last < count - 1 ? t.last : count - 1);
+  const int32_t* offset = t.start;
   int64_t previous = -1;
   for (int64_t k = 0; k < p.y1 - p.y0; ++k) {
     const int64_t r = Clamp(row_start[k], p.src.y, bottom);
@@ -80,11 +85,114 @@ static void NearestRows(const uint8_t* src, int32_t src_step, uint8_t* dst, int3
     }
     previous = r;
     const uint8_t* in = RowAt(src, src_step, r);
-    const int64_t hi = int64_t{t.lo} + t.size - 1;
-    for (int64_t x = 0; x < count; ++x) {
-      std::memcpy(out + C * x, in + C * Clamp(t.start[x], t.lo, hi), C);
+    int64_t x = 0;
+    for (; x < wide; ++x) {
+      uint32_t v;
+      std::memcpy(&v, in + offset[x], 4);
+      std::memcpy(out + C * x, &v, 4);
+    }
+    for (; x < count; ++x) std::memcpy(out + C * x, in + offset[x], C);
+  }
+}
+
+// The weight tables of one call; false when they need more than 16 bits (the reference's
+// turn).
+template <int C>
+static bool BuildTables(const Plan& p, int32_t interpolation, double xf, double yf, double xs,
+                        double ys, const Layout& l, Columns& t, int32_t* row_start,
+                        int16_t* row_weight) {
+  // Columns: weights, trimmed to the span every column's nonzero weights fit in (a tap of
+  // weight 0 changes no sum), their spread pairs, the 16-bit bound and the vector range.
+  int64_t widest = 0, span = 1;
+  for (int64_t x = 0; x < t.count; ++x) {
+    int16_t* w = t.weight + x * t.taps;
+    int64_t s = CoordinateWeights(p.code, interpolation, xf, xs, p.x0 + x, t.taps, w);
+    int64_t lead = 0, end = t.taps, total = 0;
+    while (w[lead] == 0) ++lead;  // the weights sum to 1 << 14: one is nonzero
+    while (w[end - 1] == 0) --end;
+    for (int64_t k = lead; k < end; ++k) total += w[k] < 0 ? -w[k] : w[k];
+    widest = total > widest ? total : widest;
+    span = end - lead > span ? end - lead : span;
+    t.start[x] = static_cast<int32_t>(s + lead);
+    for (int64_t k = lead; k < end; ++k) w[k - lead] = w[k];  // moved to the front
+    for (int64_t k = end - lead; k < t.taps; ++k) w[k] = 0;
+  }
+  if (255 * widest + 128 >= 32768 * 256) return false;
+  const int64_t right = int64_t{t.lo} + t.size;
+  if (p.code == kResizeNearest) {
+    t.first = 0, t.last = 0;
+    for (int64_t x = 0; x < t.count; ++x) {
+      t.start[x] = static_cast<int32_t>(C * Clamp(t.start[x], t.lo, right - 1));
+      if (t.start[x] + 4 <= C * right) t.last = x + 1;
+    }
+  } else {
+    // Repacked at `span` taps a column (forwards: no column overtakes its source).
+    for (int64_t x = 1; x < t.count; ++x) {
+      for (int64_t k = 0; k < span; ++k) t.weight[x * span + k] = t.weight[x * t.taps + k];
+    }
+    t.taps = span, t.pairs = (span + 1) / 2;
+    const int64_t groups = (t.taps + 3) / 4;
+    t.first = t.last = t.count;
+    for (int64_t x = 0; x < t.count; ++x) {
+      const int16_t* w = t.weight + x * t.taps;
+      for (int64_t q = 0; q < t.pairs; ++q) {
+        const int16_t second = 2 * q + 1 < t.taps ? w[2 * q + 1] : int16_t{0};
+        for (int j = 0; j < 4; ++j)
+          t.spread[(x * t.pairs + q) * 4 + j] = PairWord(w[2 * q], second);
+      }
+      // The first run of columns whose loads stay inside the region.
+      const int64_t s = t.start[x];
+      const bool inside =
+          s >= t.lo && s + t.taps <= right && C * (s + 4 * (groups - 1)) + 16 <= C * right;
+      if (inside && t.first == t.count) t.first = x;
+      if (!inside && t.first < t.count && t.last == t.count) t.last = x;
     }
   }
+
+  int64_t tallest = 0;
+  for (int64_t k = 0; k < l.y_count; ++k) {
+    int16_t* w = row_weight + k * l.y_taps;
+    row_start[k] = static_cast<int32_t>(
+        CoordinateWeights(p.code, interpolation, yf, ys, p.y0 + k, l.y_taps, w));
+    int64_t total = 0;
+    for (int64_t v = 0; v < l.y_taps; ++v) total += w[v] < 0 ? -w[v] : w[v];
+    tallest = total > tallest ? total : tallest;
+  }
+  if (tallest >= 65536) return false;
+
+  return true;
+}
+
+// What the tables were built for and what the build found, kept at the buffer's start with a
+// hash of it and of the tables: a caller that keeps its buffer finds them ready next time, and
+// a buffer whose bytes changed in between (or held anything else) is built afresh.
+struct TableKey {
+  double xf, yf, xs, ys;
+  int64_t interpolation, code, x0, y0, x_count, y_count, x_taps, y_taps, lo, size, channels;
+  int64_t taps, pairs, first, last;  // found by the build
+  uint64_t hash;
+};
+static_assert(sizeof(TableKey) <= kTableKeyBytes);
+
+static inline uint64_t Hash(const TableKey& key, const uint8_t* from, const uint8_t* to) {
+  uint64_t lane[4] = {0x9E3779B97F4A7C15u, 0xC2B2AE3D27D4EB4Fu, 0x165667B19E3779F9u, 1};
+  auto mix = [](uint64_t h, uint64_t w) { return (h ^ w) * 0x100000001B3u + (h >> 29); };
+  const auto* k = reinterpret_cast<const uint8_t*>(&key);
+  for (size_t i = 0; i < offsetof(TableKey, hash); i += 8) {
+    uint64_t w;
+    std::memcpy(&w, k + i, 8);
+    lane[0] = mix(lane[0], w);
+  }
+  const uint8_t* at = from;
+  for (; at + 32 <= to; at += 32) {
+    for (int j = 0; j < 4; ++j) {
+      uint64_t w;
+      std::memcpy(&w, at + 8 * j, 8);
+      lane[j] = mix(lane[j], w);
+    }
+  }
+  for (; at < to; ++at) lane[3] = mix(lane[3], *at);
+  return mix(mix(mix(lane[0], lane[1]), lane[2]), lane[3]);
 }
 
 template <class K, int C>
@@ -113,6 +221,8 @@ static Status Body(const uint8_t* src, Size src_size, int32_t src_step, const Re
     at += Round64(bytes);
     return piece;
   };
+  uint8_t* key_bytes = take(kTableKeyBytes);
+  const uint8_t* tables = at;
   Columns t;
   t.count = l.x_count, t.taps = l.x_taps, t.pairs = l.XPairs();
   t.lo = p.src.x, t.size = p.src.width;
@@ -125,54 +235,23 @@ static Status Body(const uint8_t* src, Size src_size, int32_t src_step, const Re
   auto* ring = reinterpret_cast<int16_t*>(at);
   const int64_t stride = l.RingStride();
 
-  // Columns: weights, trimmed to the span every column's nonzero weights fit in (a tap of
-  // weight 0 changes no sum), their spread pairs, the 16-bit bound and the vector range.
-  int64_t widest = 0, span = 1;
-  for (int64_t x = 0; x < t.count; ++x) {
-    int16_t* w = t.weight + x * t.taps;
-    int64_t s = CoordinateWeights(p.code, interpolation, xf, xs, p.x0 + x, t.taps, w);
-    int64_t lead = 0, end = t.taps, total = 0;
-    while (w[lead] == 0) ++lead;  // the weights sum to 1 << 14: one is nonzero
-    while (w[end - 1] == 0) --end;
-    for (int64_t k = lead; k < end; ++k) total += w[k] < 0 ? -w[k] : w[k];
-    widest = total > widest ? total : widest;
-    span = end - lead > span ? end - lead : span;
-    t.start[x] = static_cast<int32_t>(s + lead);
-    for (int64_t k = lead; k < end; ++k) w[k - lead] = w[k];  // moved to the front
-    for (int64_t k = end - lead; k < t.taps; ++k) w[k] = 0;
-  }
-  if (255 * widest + 128 >= 32768 * 256) return fallback();
-  // Repacked at `span` taps a column (forwards: no column overtakes its source).
-  for (int64_t x = 1; x < t.count; ++x) {
-    for (int64_t k = 0; k < span; ++k) t.weight[x * span + k] = t.weight[x * t.taps + k];
-  }
-  t.taps = span, t.pairs = (span + 1) / 2;
-  const int64_t groups = (t.taps + 3) / 4, right = int64_t{t.lo} + t.size;
-  t.first = t.last = t.count;
-  for (int64_t x = 0; x < t.count; ++x) {
-    const int16_t* w = t.weight + x * t.taps;
-    for (int64_t q = 0; q < t.pairs; ++q) {
-      const int16_t second = 2 * q + 1 < t.taps ? w[2 * q + 1] : int16_t{0};
-      for (int j = 0; j < 4; ++j) t.spread[(x * t.pairs + q) * 4 + j] = PairWord(w[2 * q], second);
+  const auto* tables_end = reinterpret_cast<const uint8_t*>(slot_row);
+  TableKey stored;
+  std::memcpy(&stored, key_bytes, sizeof(stored));
+  TableKey fresh{xf,   yf,          xs,           ys,           interpolation, p.code, p.x0,
+                 p.y0, l.x_count,   l.y_count,    l.x_taps,     l.y_taps,      t.lo,   t.size,
+                 C,    stored.taps, stored.pairs, stored.first, stored.last,   0};
+  if (std::memcmp(&fresh, &stored, offsetof(TableKey, hash)) == 0 &&
+      Hash(fresh, tables, tables_end) == stored.hash) {
+    t.taps = stored.taps, t.pairs = stored.pairs, t.first = stored.first, t.last = stored.last;
+  } else {
+    if (!BuildTables<C>(p, interpolation, xf, yf, xs, ys, l, t, row_start, row_weight)) {
+      return fallback();
     }
-    // The first run of columns whose loads stay inside the region.
-    const int64_t s = t.start[x];
-    const bool inside =
-        s >= t.lo && s + t.taps <= right && C * (s + 4 * (groups - 1)) + 16 <= C * right;
-    if (inside && t.first == t.count) t.first = x;
-    if (!inside && t.first < t.count && t.last == t.count) t.last = x;
+    fresh.taps = t.taps, fresh.pairs = t.pairs, fresh.first = t.first, fresh.last = t.last;
+    fresh.hash = Hash(fresh, tables, tables_end);
+    std::memcpy(key_bytes, &fresh, sizeof(fresh));
   }
-
-  int64_t tallest = 0;
-  for (int64_t k = 0; k < l.y_count; ++k) {
-    int16_t* w = row_weight + k * l.y_taps;
-    row_start[k] = static_cast<int32_t>(
-        CoordinateWeights(p.code, interpolation, yf, ys, p.y0 + k, l.y_taps, w));
-    int64_t total = 0;
-    for (int64_t v = 0; v < l.y_taps; ++v) total += w[v] < 0 ? -w[v] : w[v];
-    tallest = total > tallest ? total : tallest;
-  }
-  if (tallest >= 65536) return fallback();
 
   if (p.code == kResizeNearest) {
     NearestRows<C>(src, src_step, dst, dst_step, p, t, row_start);

@@ -213,11 +213,12 @@ static inline int64_t CoordinateWeights(int32_t code, int32_t interpolation, dou
     }
     return Kernel(code, Abs(c - j) * scale);
   };
-  double total = 0;
+  double total = 0, heaviest_size = -1;
   int64_t heaviest = 0;
   for (int64_t t = 0; t < taps; ++t) {
-    total += weight(t);
-    if (Abs(weight(t)) > Abs(weight(heaviest))) heaviest = t;
+    const double v = weight(t);
+    total += v;
+    if (Abs(v) > heaviest_size) heaviest = t, heaviest_size = Abs(v);
   }
   // Normalised and rounded; the rounding remainder goes to the heaviest tap.
   int32_t sum = 0;
@@ -285,6 +286,7 @@ static void SmoothEdges(uint8_t* dst, int32_t step, const Plan& p) {
 // of up to kRingRows filtered rows with the source row each holds.
 
 inline constexpr int64_t kRingRows = 64;
+inline constexpr int64_t kTableKeyBytes = 192;  // what the tables were built for
 
 static inline int64_t Round64(int64_t n) { return (n + 63) & ~int64_t{63}; }
 
@@ -297,9 +299,9 @@ struct Layout {
     return (x_count * x_taps + y_count * y_taps) * 6 + x_count * channels * 8 + 64;
   }
   int64_t VectorBytes() const {
-    return Round64(4 * x_count) + Round64(2 * x_count * x_taps) + Round64(16 * x_count * XPairs()) +
-           Round64(4 * y_count) + Round64(2 * y_count * y_taps) + Round64(4 * RingRows()) +
-           2 * RingStride() * RingRows() + 64;
+    return kTableKeyBytes + Round64(4 * x_count) + Round64(2 * x_count * x_taps) +
+           Round64(16 * x_count * XPairs()) + Round64(4 * y_count) + Round64(2 * y_count * y_taps) +
+           Round64(4 * RingRows()) + 2 * RingStride() * RingRows() + 64;
   }
   int64_t Bytes() const { return RefBytes() > VectorBytes() ? RefBytes() : VectorBytes(); }
 };
