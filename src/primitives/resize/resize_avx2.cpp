@@ -36,6 +36,11 @@ __m256i Load2(const void* low, const void* high) {
       _mm_loadu_si128(static_cast<const __m128i*>(high)), 1);
 }
 
+// Pair q of columns x and x + 2 (x even within its four).
+__m256i Weights(const Columns& t, int64_t x, int64_t q) {
+  return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(t.Spread(x, q)));
+}
+
 template <int C, int kPairs>
 int64_t HorizontalPairs(const uint8_t* row, const Columns& t, int16_t* out) {
   const __m256i first_pair = PairMask<C>(0), second_pair = PairMask<C>(1);
@@ -43,23 +48,20 @@ int64_t HorizontalPairs(const uint8_t* row, const Columns& t, int16_t* out) {
   const __m256i compact = _mm256_setr_epi8(0, 1, 2, 3, 4, 5, 8, 9, 10, 11, 12, 13, -1, -1, -1, -1,
                                            0, 1, 2, 3, 4, 5, 8, 9, 10, 11, 12, 13, -1, -1, -1, -1);
   const int64_t pairs = kPairs > 0 ? kPairs : t.pairs;
-  const auto* spread = reinterpret_cast<const __m128i*>(t.spread);
   int64_t x = t.first;
   for (; x + 4 <= t.last; x += 4) {
     __m256i acc[2];
     for (int i = 0; i < 2; ++i) {
       const uint8_t* lo = row + C * int64_t{t.start[x + i]};
       const uint8_t* hi = row + C * int64_t{t.start[x + i + 2]};
-      const __m128i* wl = spread + (x + i) * pairs;
-      const __m128i* wh = spread + (x + i + 2) * pairs;
       __m256i a = _mm256_setzero_si256();
       for (int64_t q = 0; q < pairs; q += 2) {
         const __m256i d = Load2(lo + 2 * C * q, hi + 2 * C * q);
         a = _mm256_add_epi32(
-            a, _mm256_madd_epi16(_mm256_shuffle_epi8(d, first_pair), Load2(wl + q, wh + q)));
+            a, _mm256_madd_epi16(_mm256_shuffle_epi8(d, first_pair), Weights(t, x + i, q)));
         if (q + 1 < pairs) {
-          a = _mm256_add_epi32(a, _mm256_madd_epi16(_mm256_shuffle_epi8(d, second_pair),
-                                                    Load2(wl + q + 1, wh + q + 1)));
+          a = _mm256_add_epi32(
+              a, _mm256_madd_epi16(_mm256_shuffle_epi8(d, second_pair), Weights(t, x + i, q + 1)));
         }
       }
       acc[i] = _mm256_srai_epi32(_mm256_add_epi32(a, round), 8);
@@ -78,9 +80,76 @@ int64_t HorizontalPairs(const uint8_t* row, const Columns& t, int16_t* out) {
   return x - t.first;
 }
 
+// The two-tap layout (resize_body.h, TwoTapFours): four pixels a step in 16-bit lanes.
+int64_t HorizontalTwoTap(const uint8_t* row, const Columns& t, int16_t* out) {
+  // p0 (bytes 0-3) and p1 (4-7) of the two pixel pairs in each half, widened.
+  const __m256i first = _mm256_setr_epi8(0, -1, 1, -1, 2, -1, 3, -1, 8, -1, 9, -1, 10, -1, 11, -1,
+                                         0, -1, 1, -1, 2, -1, 3, -1, 8, -1, 9, -1, 10, -1, 11, -1);
+  const __m256i second =
+      _mm256_setr_epi8(4, -1, 5, -1, 6, -1, 7, -1, 12, -1, 13, -1, 14, -1, 15, -1, 4, -1, 5, -1, 6,
+                       -1, 7, -1, 12, -1, 13, -1, 14, -1, 15, -1);
+  int64_t x = t.first;
+  for (; x + 4 <= t.last; x += 4) {
+    const auto* four = reinterpret_cast<const __m256i*>(t.Spread(x, 0));
+    const __m256i window =
+        _mm256_loadu_si256(reinterpret_cast<const __m256i*>(row + 4 * int64_t{t.start[x]}));
+    const __m256i pixels = _mm256_permutevar8x32_epi32(window, _mm256_loadu_si256(four));
+    const __m256i p0 = _mm256_shuffle_epi8(pixels, first);
+    const __m256i p1 = _mm256_shuffle_epi8(pixels, second);
+    const __m256i rise = _mm256_slli_epi16(_mm256_sub_epi16(p1, p0), 7);
+    const __m256i f = _mm256_add_epi16(_mm256_slli_epi16(p0, 6),
+                                       _mm256_mulhrs_epi16(rise, _mm256_loadu_si256(four + 1)));
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + 4 * x), f);
+  }
+  return x - t.first;
+}
+
+// Rows of one weight, 1 << 14: (v + 32) >> 6, saturated (a sum past 16 bits is past 255 too).
+void OneRow(uint8_t* out, const int16_t* row, int64_t length) {
+  const __m256i half = _mm256_set1_epi16(32);
+  auto step = [&](int64_t i) {
+    const __m256i a = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(row + i));
+    const __m256i b = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(row + i + 16));
+    const __m256i bytes = _mm256_packus_epi16(_mm256_srai_epi16(_mm256_adds_epi16(a, half), 6),
+                                              _mm256_srai_epi16(_mm256_adds_epi16(b, half), 6));
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + i), _mm256_permute4x64_epi64(bytes, 0xD8));
+  };
+  int64_t i = 0;
+  for (; i + 32 <= length; i += 32) step(i);
+  if (i < length) step(length - 32);
+}
+
+// Two rows of values in 0 .. 255 * 64 with weights v0 + v1 = 1 << 14, both above 0:
+// (v0 f0 + v1 f1 + (1 << 19)) >> 20 = (f0 + 32 + ((v1 (f1 - f0)) >> 14)) >> 6, the inner shift
+// a high multiply of 2 (f1 - f0) by 2 v1 (both within 16 bits).
+void TwoRows(uint8_t* out, const int16_t* r0, const int16_t* r1, int16_t v1, int64_t length) {
+  const __m256i half = _mm256_set1_epi16(32), weight = _mm256_set1_epi16(int16_t(2 * v1));
+  auto blend = [&](int64_t i) {
+    const __m256i a = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(r0 + i));
+    const __m256i b = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(r1 + i));
+    const __m256i rise = _mm256_sub_epi16(b, a);
+    const __m256i v = _mm256_add_epi16(_mm256_add_epi16(a, half),
+                                       _mm256_mulhi_epi16(_mm256_add_epi16(rise, rise), weight));
+    return _mm256_srai_epi16(v, 6);
+  };
+  auto step = [&](int64_t i) {
+    const __m256i bytes = _mm256_packus_epi16(blend(i), blend(i + 16));
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + i), _mm256_permute4x64_epi64(bytes, 0xD8));
+  };
+  int64_t i = 0;
+  for (; i + 32 <= length; i += 32) step(i);
+  if (i < length) step(length - 32);
+}
+
 struct Kernels {
+  static constexpr int kLevel = 6;
+  static constexpr bool kTwoTap = true;
+
   template <int C>
   static int64_t Horizontal(const uint8_t* row, const Columns& t, int16_t* out) {
+    if constexpr (C == 4) {
+      if (t.two_tap) return HorizontalTwoTap(row, t, out);
+    }
     switch (t.pairs) {
       case 1:
         return HorizontalPairs<C, 1>(row, t, out);
@@ -94,10 +163,17 @@ struct Kernels {
   }
 
   static void Vertical(uint8_t* out, const int16_t* const* rows, const int32_t* pairs,
-                       int64_t pair_count, int64_t length) {
+                       int64_t pair_count, int64_t length, bool nonneg) {
     if (length < 32) {
       resize::SumRows(out, rows, pairs, pair_count, 0, length);
       return;
+    }
+    if (pair_count == 1) {
+      const int16_t v0 = LowWeight(pairs[0]), v1 = HighWeight(pairs[0]);
+      if (v0 == 16384 && v1 == 0) return OneRow(out, rows[0], length);
+      if (nonneg && v0 > 0 && v1 > 0 && v0 + v1 == 16384) {
+        return TwoRows(out, rows[0], rows[1], v1, length);
+      }
     }
     __m256i weights[resize::kRingRows];
     for (int64_t q = 0; q < pair_count; ++q) weights[q] = _mm256_set1_epi32(pairs[q]);

@@ -6,9 +6,13 @@
 //       filters destination columns columns.first, first + 1, ... (as many as its step allows
 //       before columns.last) of one source row into `out` (C int16 a pixel); it may write junk
 //       into the pixels after the last one it reports, never past the ring row's slack;
-//   K::Vertical(out, rows, pairs, pair_count, length)
+//   K::Vertical(out, rows, pairs, pair_count, length, nonneg)
 //       length bytes: out[i] = clamp((sum of pairs' weights * rows[..][i] + (1 << 19)) >> 20),
-//       rows taken two at a time with their weights as one PairWord.
+//       rows taken two at a time with their weights as one PairWord; nonneg: the rows hold
+//       values in 0 .. 255 * 64 only;
+//   K::kLevel, K::kTwoTap
+//       the body's class (tables built by one body are not another's) and whether it has the
+//       two-tap layout below.
 //
 // The arithmetic is the reference's: the same 14-bit weights, (sum + 128) >> 8 kept after the
 // horizontal pass, (sum + (1 << 19)) >> 20 saturated after the vertical one, and skipping a row
@@ -34,10 +38,19 @@ struct Columns {
   int32_t lo = 0, size = 0;   // the source region's columns
   int32_t* start = nullptr;   // a column's first source column, unclamped
   int16_t* weight = nullptr;  // `taps` weights a column
-  int32_t* spread = nullptr;  // a column's weight pairs, each as 4 copies (16 bytes)
+  int32_t* spread = nullptr;  // the weight pairs, each as 4 copies (16 bytes): see Spread
+
   // Columns whose every load lies inside the region: [first, last). Their 16-byte loads start
   // at C * (start + 4 g) for g < ceil(taps / 4).
-  int64_t first = 0, last = 0;
+  int64_t first = 0, last = 0;  // first is a multiple of 4
+  bool nonneg = false;          // no weight below 0: filtered values in 0 .. 255 * 64
+  bool two_tap = false;         // the fours of [first, last) laid out for K::kTwoTap (see below)
+
+  // Pair q of column x. Columns go in fours, each pair of a four as x, x + 2, x + 1, x + 3:
+  // the AVX2 body's halves side by side.
+  const int32_t* Spread(int64_t x, int64_t q) const {
+    return spread + 4 * (((x >> 2) * pairs + q) * 4 + (((x & 1) << 1) | ((x >> 1) & 1)));
+  }
 };
 
 // One destination column of one source row, as the reference does it.
@@ -95,22 +108,56 @@ static void NearestRows(const uint8_t* src, int32_t src_step, uint8_t* dst, int3
   }
 }
 
+// Two taps on four-byte pixels with w0 + w1 = 1 << 14, both at least 0 (linear, and
+// supersampling or nearest once trimmed): the filtered value is 64 p0 + ((w1 (p1 - p0) + 128)
+// >> 8), which 16-bit lanes give exactly as a rounding high multiply of (p1 - p0) << 7 by w1.
+// Each four of columns then keeps, in its 64 bytes of `spread`, a permute of eight dwords that
+// takes its pixels p0, p1 from one 32-byte window at the four's first start, and each column's
+// w1 four times. Fours whose window would reach past the region, or spread wider than eight
+// pixels, end the run; a layout that would leave no four keeps the plain pairs.
+static inline void TwoTapFours(Columns& t, int64_t right) {
+  for (int64_t x = t.first; x < t.last; ++x) {
+    if (t.weight[2 * x] + t.weight[2 * x + 1] != 16384) return;
+  }
+  int64_t end = t.first;
+  while (end + 4 <= t.last && t.start[end + 3] + 1 - t.start[end] <= 7 &&
+         t.start[end] + 8 <= right) {
+    end += 4;
+  }
+  if (end == t.first) return;
+  for (int64_t x = t.first; x < end; x += 4) {
+    auto* four = const_cast<int32_t*>(t.Spread(x, 0));
+    auto* w1 = reinterpret_cast<int16_t*>(four + 8);
+    for (int j = 0; j < 4; ++j) {
+      four[2 * j] = t.start[x + j] - t.start[x];
+      four[2 * j + 1] = four[2 * j] + 1;
+      for (int c = 0; c < 4; ++c) w1[4 * j + c] = t.weight[2 * (x + j) + 1];
+    }
+  }
+  t.last = end;
+  t.two_tap = true;
+}
+
 // The weight tables of one call; false when they need more than 16 bits (the reference's
 // turn).
-template <int C>
+template <class K, int C>
 static bool BuildTables(const Plan& p, int32_t interpolation, double xf, double yf, double xs,
                         double ys, const Layout& l, Columns& t, int32_t* row_start,
                         int16_t* row_weight) {
   // Columns: weights, trimmed to the span every column's nonzero weights fit in (a tap of
   // weight 0 changes no sum), their spread pairs, the 16-bit bound and the vector range.
   int64_t widest = 0, span = 1;
+  t.nonneg = true;
   for (int64_t x = 0; x < t.count; ++x) {
     int16_t* w = t.weight + x * t.taps;
     int64_t s = CoordinateWeights(p.code, interpolation, xf, xs, p.x0 + x, t.taps, w);
     int64_t lead = 0, end = t.taps, total = 0;
     while (w[lead] == 0) ++lead;  // the weights sum to 1 << 14: one is nonzero
     while (w[end - 1] == 0) --end;
-    for (int64_t k = lead; k < end; ++k) total += w[k] < 0 ? -w[k] : w[k];
+    for (int64_t k = lead; k < end; ++k) {
+      total += w[k] < 0 ? -w[k] : w[k];
+      t.nonneg = t.nonneg && w[k] >= 0;
+    }
     widest = total > widest ? total : widest;
     span = end - lead > span ? end - lead : span;
     t.start[x] = static_cast<int32_t>(s + lead);
@@ -137,8 +184,8 @@ static bool BuildTables(const Plan& p, int32_t interpolation, double xf, double 
       const int16_t* w = t.weight + x * t.taps;
       for (int64_t q = 0; q < t.pairs; ++q) {
         const int16_t second = 2 * q + 1 < t.taps ? w[2 * q + 1] : int16_t{0};
-        for (int j = 0; j < 4; ++j)
-          t.spread[(x * t.pairs + q) * 4 + j] = PairWord(w[2 * q], second);
+        auto* to = const_cast<int32_t*>(t.Spread(x, q));
+        for (int j = 0; j < 4; ++j) to[j] = PairWord(w[2 * q], second);
       }
       // The first run of columns whose loads stay inside the region.
       const int64_t s = t.start[x];
@@ -146,6 +193,12 @@ static bool BuildTables(const Plan& p, int32_t interpolation, double xf, double 
           s >= t.lo && s + t.taps <= right && C * (s + 4 * (groups - 1)) + 16 <= C * right;
       if (inside && t.first == t.count) t.first = x;
       if (!inside && t.first < t.count && t.last == t.count) t.last = x;
+    }
+    t.first = (t.first + 3) & ~int64_t{3};
+    if (t.first > t.last) t.first = t.last;
+    t.two_tap = false;
+    if constexpr (K::kTwoTap && C == 4) {
+      if (t.taps == 2 && t.nonneg) TwoTapFours(t, right);
     }
   }
 
@@ -169,7 +222,8 @@ static bool BuildTables(const Plan& p, int32_t interpolation, double xf, double 
 struct TableKey {
   double xf, yf, xs, ys;
   int64_t interpolation, code, x0, y0, x_count, y_count, x_taps, y_taps, lo, size, channels;
-  int64_t taps, pairs, first, last;  // found by the build
+  int64_t level;                                      // the body's
+  int64_t taps, pairs, first, last, two_tap, nonneg;  // found by the build
   uint64_t hash;
 };
 static_assert(sizeof(TableKey) <= kTableKeyBytes);
@@ -228,7 +282,7 @@ static Status Body(const uint8_t* src, Size src_size, int32_t src_step, const Re
   t.lo = p.src.x, t.size = p.src.width;
   t.start = reinterpret_cast<int32_t*>(take(4 * t.count));
   t.weight = reinterpret_cast<int16_t*>(take(2 * t.count * t.taps));
-  t.spread = reinterpret_cast<int32_t*>(take(16 * t.count * t.pairs));
+  t.spread = reinterpret_cast<int32_t*>(take(16 * ((t.count + 3) & ~int64_t{3}) * t.pairs));
   auto* row_start = reinterpret_cast<int32_t*>(take(4 * l.y_count));
   auto* row_weight = reinterpret_cast<int16_t*>(take(2 * l.y_count * l.y_taps));
   auto* slot_row = reinterpret_cast<int32_t*>(take(4 * l.RingRows()));
@@ -238,17 +292,21 @@ static Status Body(const uint8_t* src, Size src_size, int32_t src_step, const Re
   const auto* tables_end = reinterpret_cast<const uint8_t*>(slot_row);
   TableKey stored;
   std::memcpy(&stored, key_bytes, sizeof(stored));
-  TableKey fresh{xf,   yf,          xs,           ys,           interpolation, p.code, p.x0,
-                 p.y0, l.x_count,   l.y_count,    l.x_taps,     l.y_taps,      t.lo,   t.size,
-                 C,    stored.taps, stored.pairs, stored.first, stored.last,   0};
+  TableKey fresh = stored;
+  fresh.xf = xf, fresh.yf = yf, fresh.xs = xs, fresh.ys = ys, fresh.interpolation = interpolation;
+  fresh.code = p.code, fresh.x0 = p.x0, fresh.y0 = p.y0, fresh.x_count = l.x_count;
+  fresh.y_count = l.y_count, fresh.x_taps = l.x_taps, fresh.y_taps = l.y_taps, fresh.lo = t.lo;
+  fresh.size = t.size, fresh.channels = C, fresh.level = K::kLevel;
   if (std::memcmp(&fresh, &stored, offsetof(TableKey, hash)) == 0 &&
       Hash(fresh, tables, tables_end) == stored.hash) {
     t.taps = stored.taps, t.pairs = stored.pairs, t.first = stored.first, t.last = stored.last;
+    t.two_tap = stored.two_tap != 0, t.nonneg = stored.nonneg != 0;
   } else {
-    if (!BuildTables<C>(p, interpolation, xf, yf, xs, ys, l, t, row_start, row_weight)) {
+    if (!BuildTables<K, C>(p, interpolation, xf, yf, xs, ys, l, t, row_start, row_weight)) {
       return fallback();
     }
     fresh.taps = t.taps, fresh.pairs = t.pairs, fresh.first = t.first, fresh.last = t.last;
+    fresh.two_tap = t.two_tap, fresh.nonneg = t.nonneg;
     fresh.hash = Hash(fresh, tables, tables_end);
     std::memcpy(key_bytes, &fresh, sizeof(fresh));
   }
@@ -284,7 +342,8 @@ static Status Body(const uint8_t* src, Size src_size, int32_t src_step, const Re
         kept[n++] = 0;
       }
       for (int64_t q = 0; q < n / 2; ++q) pairs[q] = PairWord(kept[2 * q], kept[2 * q + 1]);
-      K::Vertical(RowAt(dst, dst_step, p.y0 + k) + C * p.x0, rows, pairs, n / 2, C * t.count);
+      K::Vertical(RowAt(dst, dst_step, p.y0 + k) + C * p.x0, rows, pairs, n / 2, C * t.count,
+                  t.nonneg);
     }
   }
   if (EdgeFlag(interpolation)) SmoothEdges<C>(dst, dst_step, p);

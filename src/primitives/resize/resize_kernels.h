@@ -300,8 +300,9 @@ struct Layout {
   }
   int64_t VectorBytes() const {
     return kTableKeyBytes + Round64(4 * x_count) + Round64(2 * x_count * x_taps) +
-           Round64(16 * x_count * XPairs()) + Round64(4 * y_count) + Round64(2 * y_count * y_taps) +
-           Round64(4 * RingRows()) + 2 * RingStride() * RingRows() + 64;
+           Round64(16 * (x_count + 3) * XPairs()) + Round64(4 * y_count) +
+           Round64(2 * y_count * y_taps) + Round64(4 * RingRows()) + 2 * RingStride() * RingRows() +
+           64;
   }
   int64_t Bytes() const { return RefBytes() > VectorBytes() ? RefBytes() : VectorBytes(); }
 };

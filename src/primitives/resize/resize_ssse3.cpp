@@ -27,6 +27,10 @@ __m128i PairMask(int second_pair) {
   }
 }
 
+__m128i Weights(const Columns& t, int64_t x, int64_t q) {
+  return _mm_loadu_si128(reinterpret_cast<const __m128i*>(t.Spread(x, q)));
+}
+
 template <int C, int kPairs>
 int64_t HorizontalPairs(const uint8_t* row, const Columns& t, int16_t* out) {
   const __m128i first_pair = PairMask<C>(0), second_pair = PairMask<C>(1);
@@ -39,15 +43,13 @@ int64_t HorizontalPairs(const uint8_t* row, const Columns& t, int16_t* out) {
     __m128i acc[2];
     for (int i = 0; i < 2; ++i) {
       const uint8_t* in = row + C * int64_t{t.start[x + i]};
-      const auto* w = reinterpret_cast<const __m128i*>(t.spread) + (x + i) * pairs;
       __m128i a = _mm_setzero_si128();
       for (int64_t q = 0; q < pairs; q += 2) {
         const __m128i d = _mm_loadu_si128(reinterpret_cast<const __m128i*>(in + 2 * C * q));
-        a = _mm_add_epi32(a,
-                          _mm_madd_epi16(_mm_shuffle_epi8(d, first_pair), _mm_loadu_si128(w + q)));
+        a = _mm_add_epi32(a, _mm_madd_epi16(_mm_shuffle_epi8(d, first_pair), Weights(t, x + i, q)));
         if (q + 1 < pairs) {
           a = _mm_add_epi32(
-              a, _mm_madd_epi16(_mm_shuffle_epi8(d, second_pair), _mm_loadu_si128(w + q + 1)));
+              a, _mm_madd_epi16(_mm_shuffle_epi8(d, second_pair), Weights(t, x + i, q + 1)));
         }
       }
       acc[i] = _mm_srai_epi32(_mm_add_epi32(a, round), 8);
@@ -60,6 +62,9 @@ int64_t HorizontalPairs(const uint8_t* row, const Columns& t, int16_t* out) {
 }
 
 struct Kernels {
+  static constexpr int kLevel = 2;
+  static constexpr bool kTwoTap = false;
+
   template <int C>
   static int64_t Horizontal(const uint8_t* row, const Columns& t, int16_t* out) {
     switch (t.pairs) {
@@ -75,7 +80,7 @@ struct Kernels {
   }
 
   static void Vertical(uint8_t* out, const int16_t* const* rows, const int32_t* pairs,
-                       int64_t pair_count, int64_t length) {
+                       int64_t pair_count, int64_t length, bool /*nonneg*/) {
     if (length < 16) {
       resize::SumRows(out, rows, pairs, pair_count, 0, length);
       return;
