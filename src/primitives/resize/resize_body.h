@@ -12,7 +12,8 @@
 //       values in 0 .. 255 * 64 only;
 //   K::kLevel, K::kTwoTap
 //       the body's class (tables built by one body are not another's) and whether it has the
-//       two-tap layout below.
+//       fours layouts below (two taps, and nearest, on four-byte pixels), with
+//   K::NearestFours(row, columns, out) -> pixels done from column 0.
 //
 // The arithmetic is the reference's: the same 14-bit weights, (sum + 128) >> 8 kept after the
 // horizontal pass, (sum + (1 << 19)) >> 20 saturated after the vertical one, and skipping a row
@@ -81,8 +82,9 @@ static inline void SumRows(uint8_t* out, const int16_t* const* rows, const int32
 // Nearest neighbour needs no filtering: each destination pixel is its source pixel (the table
 // holds the byte offsets, clamped), and a row whose source row is the previous row's is a copy
 // of that row. Three-byte pixels move as four bytes while the load stays inside the region
-// (columns.last of them) and the next pixel overwrites the spare byte.
-template <int C>
+// (columns.last of them) and the next pixel overwrites the spare byte; four-byte pixels in the
+// fours layout go to K::NearestFours.
+template <class K, int C>
 static void NearestRows(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_step,
                         const Plan& p, const Columns& t, const int32_t* row_start) {
   const int64_t count = t.count, bottom = int64_t{p.src.y} + p.src.height - 1;
@@ -99,6 +101,9 @@ static void NearestRows(const uint8_t* src, int32_t src_step, uint8_t* dst, int3
     previous = r;
     const uint8_t* in = RowAt(src, src_step, r);
     int64_t x = 0;
+    if constexpr (K::kTwoTap && C == 4) {
+      if (t.two_tap) x = K::NearestFours(in, t, out);
+    }
     for (; x < wide; ++x) {
       uint32_t v;
       std::memcpy(&v, in + offset[x], 4);
@@ -138,6 +143,23 @@ static inline void TwoTapFours(Columns& t, int64_t right) {
   t.two_tap = true;
 }
 
+// Nearest on four-byte pixels: each four of columns keeps, in its 64 bytes of `spread`, a
+// permute of eight dwords taking its pixels from one 32-byte window at its first offset, into
+// the low half. The run of such fours is [first, last), starting at column 0.
+static inline void NearestFours(Columns& t, int64_t right) {
+  int64_t end = 0;
+  while (end + 4 <= t.count && (t.start[end + 3] - t.start[end]) / 4 <= 7 &&
+         t.start[end] + 32 <= 4 * right) {
+    end += 4;
+  }
+  for (int64_t x = 0; x < end; x += 4) {
+    auto* four = const_cast<int32_t*>(t.Spread(x, 0));
+    for (int j = 0; j < 8; ++j) four[j] = j < 4 ? (t.start[x + j] - t.start[x]) / 4 : 0;
+  }
+  t.first = 0, t.last = end;
+  t.two_tap = end > 0;
+}
+
 // The weight tables of one call; false when they need more than 16 bits (the reference's
 // turn).
 template <class K, int C>
@@ -172,6 +194,8 @@ static bool BuildTables(const Plan& p, int32_t interpolation, double xf, double 
       t.start[x] = static_cast<int32_t>(C * Clamp(t.start[x], t.lo, right - 1));
       if (t.start[x] + 4 <= C * right) t.last = x + 1;
     }
+    t.two_tap = false;
+    if constexpr (K::kTwoTap && C == 4) NearestFours(t, right);
   } else {
     // Repacked at `span` taps a column (forwards: no column overtakes its source).
     for (int64_t x = 1; x < t.count; ++x) {
@@ -312,7 +336,7 @@ static Status Body(const uint8_t* src, Size src_size, int32_t src_step, const Re
   }
 
   if (p.code == kResizeNearest) {
-    NearestRows<C>(src, src_step, dst, dst_step, p, t, row_start);
+    NearestRows<K, C>(src, src_step, dst, dst_step, p, t, row_start);
   } else {
     const int64_t slots = l.RingRows(), top = p.src.y, bottom = top + p.src.height - 1;
     for (int64_t s = 0; s < slots; ++s) slot_row[s] = -1;
