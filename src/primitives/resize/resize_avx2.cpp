@@ -88,11 +88,15 @@ int64_t HorizontalTwoTap(const uint8_t* row, const Columns& t, int16_t* out) {
   const __m256i second =
       _mm256_setr_epi8(4, -1, 5, -1, 6, -1, 7, -1, 12, -1, 13, -1, 14, -1, 15, -1, 4, -1, 5, -1, 6,
                        -1, 7, -1, 12, -1, 13, -1, 14, -1, 15, -1);
+  // One pair a column: the fours' 64 bytes follow each other.
+  const int64_t last = t.last;
+  const int32_t* start = t.start;
+  const auto* four = reinterpret_cast<const __m256i*>(t.Spread(t.first, 0));
   int64_t x = t.first;
-  for (; x + 4 <= t.last; x += 4) {
-    const auto* four = reinterpret_cast<const __m256i*>(t.Spread(x, 0));
-    const __m256i window =
-        _mm256_loadu_si256(reinterpret_cast<const __m256i*>(row + 4 * int64_t{t.start[x]}));
+  for (; x + 4 <= last; x += 4, four += 2) {
+    const uint8_t* at = row + 4 * int64_t{start[x]};
+    _mm_prefetch(reinterpret_cast<const char*>(at + 1536), _MM_HINT_T0);
+    const __m256i window = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(at));
     const __m256i pixels = _mm256_permutevar8x32_epi32(window, _mm256_loadu_si256(four));
     const __m256i p0 = _mm256_shuffle_epi8(pixels, first);
     const __m256i p1 = _mm256_shuffle_epi8(pixels, second);
@@ -120,17 +124,24 @@ void OneRow(uint8_t* out, const int16_t* row, int64_t length) {
 }
 
 // Two rows of values in 0 .. 255 * 64 with weights v0 + v1 = 1 << 14, both above 0:
-// (v0 f0 + v1 f1 + (1 << 19)) >> 20 = (f0 + 32 + ((v1 (f1 - f0)) >> 14)) >> 6, the inner shift
-// a high multiply of 2 (f1 - f0) by 2 v1 (both within 16 bits).
-void TwoRows(uint8_t* out, const int16_t* r0, const int16_t* r1, int16_t v1, int64_t length) {
-  const __m256i half = _mm256_set1_epi16(32), weight = _mm256_set1_epi16(int16_t(2 * v1));
+// (v0 f0 + v1 f1 + (1 << 19)) >> 20 = (f0 + ((v1 (f1 - f0)) >> 14) + 32) >> 6, where
+// f0 + ((v1 (f1 - f0)) >> 14) = f1 + ((v0 (f0 - f1)) >> 14). The inner shift is a high multiply
+// by 4 v (taking the row of the larger weight as the base, so 4 v fits 16 bits; at
+// v0 = v1 a halving), the outer one a rounding high multiply by 512.
+void TwoRows(uint8_t* out, const int16_t* r0, const int16_t* r1, int16_t v0, int16_t v1,
+             int64_t length) {
+  const bool even = v0 == v1;
+  if (v1 > v0) {  // then v1 < 8192 unless even
+    const int16_t* r = r0;
+    r0 = r1, r1 = r, v1 = v0;
+  }
+  const __m256i scale = _mm256_set1_epi16(512), weight = _mm256_set1_epi16(int16_t(4 * v1));
   auto blend = [&](int64_t i) {
     const __m256i a = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(r0 + i));
     const __m256i b = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(r1 + i));
     const __m256i rise = _mm256_sub_epi16(b, a);
-    const __m256i v = _mm256_add_epi16(_mm256_add_epi16(a, half),
-                                       _mm256_mulhi_epi16(_mm256_add_epi16(rise, rise), weight));
-    return _mm256_srai_epi16(v, 6);
+    const __m256i part = even ? _mm256_srai_epi16(rise, 1) : _mm256_mulhi_epi16(rise, weight);
+    return _mm256_mulhrs_epi16(_mm256_add_epi16(a, part), scale);
   };
   auto step = [&](int64_t i) {
     const __m256i bytes = _mm256_packus_epi16(blend(i), blend(i + 16));
@@ -191,7 +202,7 @@ struct Kernels {
       const int16_t v0 = LowWeight(pairs[0]), v1 = HighWeight(pairs[0]);
       if (v0 == 16384 && v1 == 0) return OneRow(out, rows[0], length);
       if (nonneg && v0 > 0 && v1 > 0 && v0 + v1 == 16384) {
-        return TwoRows(out, rows[0], rows[1], v1, length);
+        return TwoRows(out, rows[0], rows[1], v0, v1, length);
       }
     }
     __m256i weights[resize::kRingRows];
