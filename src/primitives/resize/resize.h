@@ -27,7 +27,9 @@
 // The work buffer holds the weight tables and the rows being filtered; ippiResizeGetBufSize sizes
 // it for a source of srcRect's size and a destination region dstRect, which covers every factor
 // down to dstRect / srcRect. A call whose factors need more taps than that (a source region wider
-// than the whole source it was sized for) returns -23.
+// than the whole source it was sized for) returns -23. The vector bodies keep their tables in it
+// from call to call, under what they were built for and a hash of their bytes: a caller that
+// keeps its buffer has them built once; changed bytes or another call's tables are built afresh.
 #pragma once
 
 #include <cstdint>
