@@ -80,8 +80,10 @@ int64_t HorizontalPairs(const uint8_t* row, const Columns& t, int16_t* out) {
   return x - t.first;
 }
 
-// The two-tap layout (resize_body.h, TwoTapFours): four pixels a step in 16-bit lanes.
-int64_t HorizontalTwoTap(const uint8_t* row, const Columns& t, int16_t* out) {
+// The two-tap layout (resize_body.h, TwoTapFours): four pixels a step in 16-bit lanes, of
+// kRows source rows sharing the tables' loads.
+template <int kRows>
+int64_t HorizontalTwoTap(const uint8_t* const* rows, const Columns& t, int16_t* const* outs) {
   // p0 (bytes 0-3) and p1 (4-7) of the two pixel pairs in each half, widened.
   const __m256i first = _mm256_setr_epi8(0, -1, 1, -1, 2, -1, 3, -1, 8, -1, 9, -1, 10, -1, 11, -1,
                                          0, -1, 1, -1, 2, -1, 3, -1, 8, -1, 9, -1, 10, -1, 11, -1);
@@ -94,16 +96,20 @@ int64_t HorizontalTwoTap(const uint8_t* row, const Columns& t, int16_t* out) {
   const auto* four = reinterpret_cast<const __m256i*>(t.Spread(t.first, 0));
   int64_t x = t.first;
   for (; x + 4 <= last; x += 4, four += 2) {
-    const uint8_t* at = row + 4 * int64_t{start[x]};
-    _mm_prefetch(reinterpret_cast<const char*>(at + 1536), _MM_HINT_T0);
-    const __m256i window = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(at));
-    const __m256i pixels = _mm256_permutevar8x32_epi32(window, _mm256_loadu_si256(four));
-    const __m256i p0 = _mm256_shuffle_epi8(pixels, first);
-    const __m256i p1 = _mm256_shuffle_epi8(pixels, second);
-    const __m256i rise = _mm256_slli_epi16(_mm256_sub_epi16(p1, p0), 7);
-    const __m256i f = _mm256_add_epi16(_mm256_slli_epi16(p0, 6),
-                                       _mm256_mulhrs_epi16(rise, _mm256_loadu_si256(four + 1)));
-    _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + 4 * x), f);
+    const __m256i spread = _mm256_loadu_si256(four), weights = _mm256_loadu_si256(four + 1);
+    const int64_t offset = 4 * int64_t{start[x]};
+    for (int r = 0; r < kRows; ++r) {
+      const uint8_t* at = rows[r] + offset;
+      _mm_prefetch(reinterpret_cast<const char*>(at + 1536), _MM_HINT_T0);
+      const __m256i window = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(at));
+      const __m256i pixels = _mm256_permutevar8x32_epi32(window, spread);
+      const __m256i p0 = _mm256_shuffle_epi8(pixels, first);
+      const __m256i p1 = _mm256_shuffle_epi8(pixels, second);
+      const __m256i rise = _mm256_slli_epi16(_mm256_sub_epi16(p1, p0), 7);
+      const __m256i f =
+          _mm256_add_epi16(_mm256_slli_epi16(p0, 6), _mm256_mulhrs_epi16(rise, weights));
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(outs[r] + 4 * x), f);
+    }
   }
   return x - t.first;
 }
@@ -178,7 +184,7 @@ struct Kernels {
   template <int C>
   static int64_t Horizontal(const uint8_t* row, const Columns& t, int16_t* out) {
     if constexpr (C == 4) {
-      if (t.two_tap) return HorizontalTwoTap(row, t, out);
+      if (t.two_tap) return HorizontalTwoTap<1>(&row, t, &out);
     }
     switch (t.pairs) {
       case 1:
@@ -190,6 +196,20 @@ struct Kernels {
       default:
         return HorizontalPairs<C, 0>(row, t, out);
     }
+  }
+
+  template <int C>
+  static int64_t Horizontal2(const uint8_t* row0, const uint8_t* row1, const Columns& t,
+                             int16_t* out0, int16_t* out1) {
+    if constexpr (C == 4) {
+      if (t.two_tap) {
+        const uint8_t* const rows[2] = {row0, row1};
+        int16_t* const outs[2] = {out0, out1};
+        return HorizontalTwoTap<2>(rows, t, outs);
+      }
+    }
+    Horizontal<C>(row0, t, out0);
+    return Horizontal<C>(row1, t, out1);
   }
 
   static void Vertical(uint8_t* out, const int16_t* const* rows, const int32_t* pairs,

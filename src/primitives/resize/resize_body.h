@@ -6,6 +6,8 @@
 //       filters destination columns columns.first, first + 1, ... (as many as its step allows
 //       before columns.last) of one source row into `out` (C int16 a pixel); it may write junk
 //       into the pixels after the last one it reports, never past the ring row's slack;
+//   K::Horizontal2<C>(row0, row1, columns, out0, out1) -> pixels done
+//       the same for two source rows at once (as many pixels of each);
 //   K::Vertical(out, rows, pairs, pair_count, length, nonneg)
 //       length bytes: out[i] = clamp((sum of pairs' weights * rows[..][i] + (1 << 19)) >> 20),
 //       rows taken two at a time with their weights as one PairWord; nonneg: the rows hold
@@ -342,24 +344,39 @@ static Status Body(const uint8_t* src, Size src_size, int32_t src_step, const Re
     for (int64_t s = 0; s < slots; ++s) slot_row[s] = -1;
     const int16_t* rows[2 * kRingRows];
     int32_t pairs[kRingRows];
+    const uint8_t* todo[kRingRows];  // source rows to filter for this destination row
+    int16_t* into[kRingRows];
     for (int64_t k = 0; k < l.y_count; ++k) {
       const int16_t* w = row_weight + k * l.y_taps;
-      int64_t n = 0;
+      int64_t n = 0, m = 0;
       int16_t kept[kRingRows];
       for (int64_t v = 0; v < l.y_taps; ++v) {
         if (w[v] == 0) continue;
         const int64_t r = Clamp(row_start[k] + v, top, bottom), s = r % slots;
         int16_t* slot = ring + s * stride;
         if (slot_row[s] != r) {
-          const uint8_t* in = RowAt(src, src_step, r);
-          for (int64_t x = 0; x < t.first; ++x) FilterColumn<C>(in, t, x, slot);
-          int64_t x = t.first;
-          if (t.first < t.last) x += K::template Horizontal<C>(in, t, slot);
-          for (; x < t.count; ++x) FilterColumn<C>(in, t, x, slot);
+          todo[m] = RowAt(src, src_step, r), into[m++] = slot;
           slot_row[s] = static_cast<int32_t>(r);
         }
         rows[n] = slot;
         kept[n++] = w[v];
+      }
+      // Two rows at a time share the tables' loads.
+      for (int64_t i = 0; i < m; i += 2) {
+        const int64_t j = i + 1 < m ? i + 1 : i;
+        for (int64_t x = 0; x < t.first; ++x) {
+          FilterColumn<C>(todo[i], t, x, into[i]);
+          FilterColumn<C>(todo[j], t, x, into[j]);
+        }
+        int64_t x = t.first;
+        if (t.first < t.last) {
+          x += j != i ? K::template Horizontal2<C>(todo[i], todo[j], t, into[i], into[j])
+                      : K::template Horizontal<C>(todo[i], t, into[i]);
+        }
+        for (; x < t.count; ++x) {
+          FilterColumn<C>(todo[i], t, x, into[i]);
+          FilterColumn<C>(todo[j], t, x, into[j]);
+        }
       }
       if (n % 2 != 0) {
         rows[n] = rows[n - 1];

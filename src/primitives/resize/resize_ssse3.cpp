@@ -79,6 +79,13 @@ struct Kernels {
     }
   }
 
+  template <int C>
+  static int64_t Horizontal2(const uint8_t* row0, const uint8_t* row1, const Columns& t,
+                             int16_t* out0, int16_t* out1) {
+    Horizontal<C>(row0, t, out0);
+    return Horizontal<C>(row1, t, out1);
+  }
+
   static void Vertical(uint8_t* out, const int16_t* const* rows, const int32_t* pairs,
                        int64_t pair_count, int64_t length, bool /*nonneg*/) {
     if (length < 16) {
