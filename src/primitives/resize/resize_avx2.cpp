@@ -90,13 +90,13 @@ int64_t HorizontalTwoTap(const uint8_t* const* rows, const Columns& t, int16_t* 
   const __m256i second =
       _mm256_setr_epi8(4, -1, 5, -1, 6, -1, 7, -1, 12, -1, 13, -1, 14, -1, 15, -1, 4, -1, 5, -1, 6,
                        -1, 7, -1, 12, -1, 13, -1, 14, -1, 15, -1);
-  // One pair a column: the fours' 64 bytes follow each other.
   const int64_t last = t.last;
   const int32_t* start = t.start;
-  const auto* four = reinterpret_cast<const __m256i*>(t.Spread(t.first, 0));
+  const uint8_t* four = t.TwoTap(t.first);
   int64_t x = t.first;
-  for (; x + 4 <= last; x += 4, four += 2) {
-    const __m256i spread = _mm256_loadu_si256(four), weights = _mm256_loadu_si256(four + 1);
+  for (; x + 4 <= last; x += 4, four += 96) {
+    const __m256i spread = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(four));
+    const __m256i weights = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(four + 32));
     const int64_t offset = 4 * int64_t{start[x]};
     for (int r = 0; r < kRows; ++r) {
       const uint8_t* at = rows[r] + offset;
@@ -109,6 +109,36 @@ int64_t HorizontalTwoTap(const uint8_t* const* rows, const Columns& t, int16_t* 
       const __m256i f =
           _mm256_add_epi16(_mm256_slli_epi16(p0, 6), _mm256_mulhrs_epi16(rise, weights));
       _mm256_storeu_si256(reinterpret_cast<__m256i*>(outs[r] + 4 * x), f);
+    }
+  }
+  return x - t.first;
+}
+
+// The same on three-byte pixels: two 16-byte windows a four, each holding two columns' p0 and
+// p1, shuffled apart by the four's own masks.
+template <int kRows>
+int64_t HorizontalTwoTap3(const uint8_t* const* rows, const Columns& t, int16_t* const* outs) {
+  const int64_t last = t.last;
+  const int32_t* start = t.start;
+  const uint8_t* four = t.TwoTap(t.first);
+  int64_t x = t.first;
+  for (; x + 4 <= last; x += 4, four += 96) {
+    const __m256i take0 = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(four));
+    const __m256i take1 = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(four + 32));
+    const __m256i weights = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(four + 64));
+    const int64_t low = 3 * int64_t{start[x]}, high = 3 * int64_t{start[x + 2]};
+    for (int r = 0; r < kRows; ++r) {
+      _mm_prefetch(reinterpret_cast<const char*>(rows[r] + high + 1536), _MM_HINT_T0);
+      const __m256i windows = Load2(rows[r] + low, rows[r] + high);
+      const __m256i p0 = _mm256_shuffle_epi8(windows, take0);
+      const __m256i p1 = _mm256_shuffle_epi8(windows, take1);
+      const __m256i rise = _mm256_slli_epi16(_mm256_sub_epi16(p1, p0), 7);
+      const __m256i f =
+          _mm256_add_epi16(_mm256_slli_epi16(p0, 6), _mm256_mulhrs_epi16(rise, weights));
+      // Columns x, x + 1 then x + 2, x + 3; each store's last two lanes are overwritten next.
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(outs[r] + 3 * x), _mm256_castsi256_si128(f));
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(outs[r] + 3 * x + 6),
+                       _mm256_extracti128_si256(f, 1));
     }
   }
   return x - t.first;
@@ -183,8 +213,8 @@ struct Kernels {
 
   template <int C>
   static int64_t Horizontal(const uint8_t* row, const Columns& t, int16_t* out) {
-    if constexpr (C == 4) {
-      if (t.two_tap) return HorizontalTwoTap<1>(&row, t, &out);
+    if (t.two_tap) {
+      return C == 4 ? HorizontalTwoTap<1>(&row, t, &out) : HorizontalTwoTap3<1>(&row, t, &out);
     }
     switch (t.pairs) {
       case 1:
@@ -201,12 +231,10 @@ struct Kernels {
   template <int C>
   static int64_t Horizontal2(const uint8_t* row0, const uint8_t* row1, const Columns& t,
                              int16_t* out0, int16_t* out1) {
-    if constexpr (C == 4) {
-      if (t.two_tap) {
-        const uint8_t* const rows[2] = {row0, row1};
-        int16_t* const outs[2] = {out0, out1};
-        return HorizontalTwoTap<2>(rows, t, outs);
-      }
+    if (t.two_tap) {
+      const uint8_t* const rows[2] = {row0, row1};
+      int16_t* const outs[2] = {out0, out1};
+      return C == 4 ? HorizontalTwoTap<2>(rows, t, outs) : HorizontalTwoTap3<2>(rows, t, outs);
     }
     Horizontal<C>(row0, t, out0);
     return Horizontal<C>(row1, t, out1);

@@ -54,6 +54,8 @@ struct Columns {
   const int32_t* Spread(int64_t x, int64_t q) const {
     return spread + 4 * (((x >> 2) * pairs + q) * 4 + (((x & 1) << 1) | ((x >> 1) & 1)));
   }
+  // The two-tap layouts' 96 bytes of the four starting at x (see TwoTapFours).
+  uint8_t* TwoTap(int64_t x) const { return reinterpret_cast<uint8_t*>(spread) + 24 * x; }
 };
 
 // One destination column of one source row, as the reference does it.
@@ -115,30 +117,54 @@ static void NearestRows(const uint8_t* src, int32_t src_step, uint8_t* dst, int3
   }
 }
 
-// Two taps on four-byte pixels with w0 + w1 = 1 << 14, both at least 0 (linear, and
-// supersampling or nearest once trimmed): the filtered value is 64 p0 + ((w1 (p1 - p0) + 128)
-// >> 8), which 16-bit lanes give exactly as a rounding high multiply of (p1 - p0) << 7 by w1.
-// Each four of columns then keeps, in its 64 bytes of `spread`, a permute of eight dwords that
-// takes its pixels p0, p1 from one 32-byte window at the four's first start, and each column's
-// w1 four times. Fours whose window would reach past the region, or spread wider than eight
-// pixels, end the run; a layout that would leave no four keeps the plain pairs.
+// Two taps with w0 + w1 = 1 << 14, both at least 0 (linear, and supersampling or nearest once
+// trimmed): the filtered value is 64 p0 + ((w1 (p1 - p0) + 128) >> 8), which 16-bit lanes give
+// exactly as a rounding high multiply of (p1 - p0) << 7 by w1. Each four of columns keeps its
+// own layout (at TwoTap(x), 96 bytes a four):
+//   four-byte pixels   a permute of eight dwords taking the four's p0, p1 from one 32-byte
+//                      window at its first start, then each column's w1 four times;
+//   three-byte pixels  two byte shuffles taking p0, and p1, of columns x, x + 1 from a 16-byte
+//                      window at start[x] and of x + 2, x + 3 from one at start[x + 2], widened
+//                      to 16 bits (six lanes of eight), then each column's w1 three times.
+// Fours whose windows would reach past the region or hold too few pixels end the run; a layout
+// that would leave no four keeps the plain pairs.
+template <int C>
 static inline void TwoTapFours(Columns& t, int64_t right) {
   for (int64_t x = t.first; x < t.last; ++x) {
     if (t.weight[2 * x] + t.weight[2 * x + 1] != 16384) return;
   }
+  auto fits = [&](int64_t x) {
+    const int32_t* s = t.start + x;
+    if constexpr (C == 4) return s[3] + 1 - s[0] <= 7 && s[0] + 8 <= right;
+    return s[1] - s[0] <= 3 && s[3] - s[2] <= 3 && 3 * (s[2] + 1) + 13 <= 3 * right;
+  };
   int64_t end = t.first;
-  while (end + 4 <= t.last && t.start[end + 3] + 1 - t.start[end] <= 7 &&
-         t.start[end] + 8 <= right) {
-    end += 4;
-  }
+  while (end + 4 <= t.last && fits(end)) end += 4;
   if (end == t.first) return;
   for (int64_t x = t.first; x < end; x += 4) {
-    auto* four = const_cast<int32_t*>(t.Spread(x, 0));
-    auto* w1 = reinterpret_cast<int16_t*>(four + 8);
+    uint8_t* four = t.TwoTap(x);
+    auto* w1 = reinterpret_cast<int16_t*>(four + (C == 4 ? 32 : 64));
     for (int j = 0; j < 4; ++j) {
-      four[2 * j] = t.start[x + j] - t.start[x];
-      four[2 * j + 1] = four[2 * j] + 1;
-      for (int c = 0; c < 4; ++c) w1[4 * j + c] = t.weight[2 * (x + j) + 1];
+      const int16_t w = t.weight[2 * (x + j) + 1];
+      if constexpr (C == 4) {
+        auto* permute = reinterpret_cast<int32_t*>(four);
+        permute[2 * j] = t.start[x + j] - t.start[x];
+        permute[2 * j + 1] = permute[2 * j] + 1;
+        for (int c = 0; c < 4; ++c) w1[4 * j + c] = w;
+      } else {
+        // Half h = j / 2 of each shuffle, lanes 3 (j % 2) .. + 2; lanes 6, 7 stay 0.
+        const int half = j / 2, lane = 3 * (j % 2);
+        const int32_t at = 3 * (t.start[x + j] - t.start[x + 2 * half]);
+        for (int tap = 0; tap < 2; ++tap) {
+          uint8_t* mask = four + 32 * tap + 16 * half;
+          if (j % 2 == 0) std::memset(mask, 0x80, 16);
+          for (int c = 0; c < 3; ++c) {
+            mask[2 * (lane + c)] = static_cast<uint8_t>(at + 3 * tap + c);
+          }
+        }
+        for (int c = 0; c < 3; ++c) w1[8 * half + lane + c] = w;
+        if (j % 2 == 0) w1[8 * half + 6] = w1[8 * half + 7] = 0;
+      }
     }
   }
   t.last = end;
@@ -223,8 +249,8 @@ static bool BuildTables(const Plan& p, int32_t interpolation, double xf, double 
     t.first = (t.first + 3) & ~int64_t{3};
     if (t.first > t.last) t.first = t.last;
     t.two_tap = false;
-    if constexpr (K::kTwoTap && C == 4) {
-      if (t.taps == 2 && t.nonneg) TwoTapFours(t, right);
+    if constexpr (K::kTwoTap) {
+      if (t.taps == 2 && t.nonneg) TwoTapFours<C>(t, right);
     }
   }
 
@@ -308,7 +334,7 @@ static Status Body(const uint8_t* src, Size src_size, int32_t src_step, const Re
   t.lo = p.src.x, t.size = p.src.width;
   t.start = reinterpret_cast<int32_t*>(take(4 * t.count));
   t.weight = reinterpret_cast<int16_t*>(take(2 * t.count * t.taps));
-  t.spread = reinterpret_cast<int32_t*>(take(16 * ((t.count + 3) & ~int64_t{3}) * t.pairs));
+  t.spread = reinterpret_cast<int32_t*>(take(24 * ((t.count + 3) & ~int64_t{3}) * t.pairs));
   auto* row_start = reinterpret_cast<int32_t*>(take(4 * l.y_count));
   auto* row_weight = reinterpret_cast<int16_t*>(take(2 * l.y_count * l.y_taps));
   auto* slot_row = reinterpret_cast<int32_t*>(take(4 * l.RingRows()));
