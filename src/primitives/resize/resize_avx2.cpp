@@ -4,6 +4,7 @@
 #include <immintrin.h>
 
 #include <cstdint>
+#include <cstring>
 
 #include "primitives/resize/resize.h"
 #include "primitives/resize/resize_body.h"
@@ -91,13 +92,14 @@ int64_t HorizontalTwoTap(const uint8_t* const* rows, const Columns& t, int16_t* 
       _mm256_setr_epi8(4, -1, 5, -1, 6, -1, 7, -1, 12, -1, 13, -1, 14, -1, 15, -1, 4, -1, 5, -1, 6,
                        -1, 7, -1, 12, -1, 13, -1, 14, -1, 15, -1);
   const int64_t last = t.last;
-  const int32_t* start = t.start;
   const uint8_t* four = t.TwoTap(t.first);
   int64_t x = t.first;
-  for (; x + 4 <= last; x += 4, four += 96) {
+  for (; x + 4 <= last; x += 4, four += 128) {
     const __m256i spread = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(four));
     const __m256i weights = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(four + 32));
-    const int64_t offset = 4 * int64_t{start[x]};
+    int32_t base;
+    std::memcpy(&base, four + 64, 4);
+    const int64_t offset = 4 * int64_t{base};
     for (int r = 0; r < kRows; ++r) {
       const uint8_t* at = rows[r] + offset;
       _mm_prefetch(reinterpret_cast<const char*>(at + 1536), _MM_HINT_T0);
@@ -119,14 +121,15 @@ int64_t HorizontalTwoTap(const uint8_t* const* rows, const Columns& t, int16_t* 
 template <int kRows>
 int64_t HorizontalTwoTap3(const uint8_t* const* rows, const Columns& t, int16_t* const* outs) {
   const int64_t last = t.last;
-  const int32_t* start = t.start;
   const uint8_t* four = t.TwoTap(t.first);
   int64_t x = t.first;
-  for (; x + 4 <= last; x += 4, four += 96) {
+  for (; x + 4 <= last; x += 4, four += 128) {
     const __m256i take0 = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(four));
     const __m256i take1 = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(four + 32));
     const __m256i weights = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(four + 64));
-    const int64_t low = 3 * int64_t{start[x]}, high = 3 * int64_t{start[x + 2]};
+    int32_t bases[2];
+    std::memcpy(bases, four + 96, 8);
+    const int64_t low = 3 * int64_t{bases[0]}, high = 3 * int64_t{bases[1]};
     for (int r = 0; r < kRows; ++r) {
       _mm_prefetch(reinterpret_cast<const char*>(rows[r] + high + 1536), _MM_HINT_T0);
       const __m256i windows = Load2(rows[r] + low, rows[r] + high);

@@ -45,7 +45,7 @@ struct Columns {
 
   // Columns whose every load lies inside the region: [first, last). Their 16-byte loads start
   // at C * (start + 4 g) for g < ceil(taps / 4).
-  int64_t first = 0, last = 0;  // first is a multiple of 4
+  int64_t first = 0, last = 0;  // first a multiple of 4, but for the two-tap layouts
   bool nonneg = false;          // no weight below 0: filtered values in 0 .. 255 * 64
   bool two_tap = false;         // the fours of [first, last) laid out for K::kTwoTap (see below)
 
@@ -54,8 +54,8 @@ struct Columns {
   const int32_t* Spread(int64_t x, int64_t q) const {
     return spread + 4 * (((x >> 2) * pairs + q) * 4 + (((x & 1) << 1) | ((x >> 1) & 1)));
   }
-  // The two-tap layouts' 96 bytes of the four starting at x (see TwoTapFours).
-  uint8_t* TwoTap(int64_t x) const { return reinterpret_cast<uint8_t*>(spread) + 24 * x; }
+  // The two-tap layouts' 128 bytes of the four starting at x (see TwoTapFours).
+  uint8_t* TwoTap(int64_t x) const { return reinterpret_cast<uint8_t*>(spread) + 32 * x; }
 };
 
 // One destination column of one source row, as the reference does it.
@@ -119,42 +119,57 @@ static void NearestRows(const uint8_t* src, int32_t src_step, uint8_t* dst, int3
 
 // Two taps with w0 + w1 = 1 << 14, both at least 0 (linear, and supersampling or nearest once
 // trimmed): the filtered value is 64 p0 + ((w1 (p1 - p0) + 128) >> 8), which 16-bit lanes give
-// exactly as a rounding high multiply of (p1 - p0) << 7 by w1. Each four of columns keeps its
-// own layout (at TwoTap(x), 96 bytes a four):
+// exactly as a rounding high multiply of (p1 - p0) << 7 by w1. Fours of columns from the first
+// whose taps lie inside the region keep their own layout (TwoTap(x), 128 bytes a four):
 //   four-byte pixels   a permute of eight dwords taking the four's p0, p1 from one 32-byte
-//                      window at its first start, then each column's w1 four times;
-//   three-byte pixels  two byte shuffles taking p0, and p1, of columns x, x + 1 from a 16-byte
-//                      window at start[x] and of x + 2, x + 3 from one at start[x + 2], widened
-//                      to 16 bits (six lanes of eight), then each column's w1 three times.
-// Fours whose windows would reach past the region or hold too few pixels end the run; a layout
-// that would leave no four keeps the plain pairs.
+//                      window, then each column's w1 four times, then the window's first pixel;
+//   three-byte pixels  two byte shuffles taking p0, and p1, of columns x, x + 1 from one 16-byte
+//                      window and of x + 2, x + 3 from another, widened to 16 bits (six lanes of
+//                      eight), then each column's w1 three times, then the two windows' first
+//                      pixels.
+// A window starts at its first column's start, or earlier where it would reach past the region
+// (so only columns whose taps leave the region are left over). The run ends at a four with a
+// tap outside the region or too wide for its windows; when no four is left the plain pairs stay.
 template <int C>
-static inline void TwoTapFours(Columns& t, int64_t right) {
-  for (int64_t x = t.first; x < t.last; ++x) {
-    if (t.weight[2 * x] + t.weight[2 * x + 1] != 16384) return;
+static inline bool TwoTapFours(Columns& t, int64_t first, int64_t right) {
+  constexpr int64_t kWindow = C == 4 ? 8 : 5;  // whole pixels a window holds
+  if (right - t.lo < kWindow + (C == 3)) return false;
+  for (int64_t x = first; x < t.count; ++x) {
+    if (t.weight[2 * x] + t.weight[2 * x + 1] != 16384) return false;
   }
+  auto base = [&](int64_t s) {
+    return s < right - kWindow - (C == 3) ? s : right - kWindow - (C == 3);
+  };
   auto fits = [&](int64_t x) {
     const int32_t* s = t.start + x;
-    if constexpr (C == 4) return s[3] + 1 - s[0] <= 7 && s[0] + 8 <= right;
-    return s[1] - s[0] <= 3 && s[3] - s[2] <= 3 && 3 * (s[2] + 1) + 13 <= 3 * right;
+    for (int j = 0; j < 4; ++j) {
+      const int64_t from = base(s[C == 4 ? 0 : j / 2 * 2]);
+      if (s[j] < t.lo || s[j] + 2 > right || s[j] < from || s[j] + 1 - from > (C == 4 ? 7 : 4)) {
+        return false;
+      }
+    }
+    return true;
   };
-  int64_t end = t.first;
-  while (end + 4 <= t.last && fits(end)) end += 4;
-  if (end == t.first) return;
-  for (int64_t x = t.first; x < end; x += 4) {
+  int64_t end = first;
+  while (end + 4 <= t.count && fits(end)) end += 4;
+  if (end == first) return false;
+  for (int64_t x = first; x < end; x += 4) {
     uint8_t* four = t.TwoTap(x);
     auto* w1 = reinterpret_cast<int16_t*>(four + (C == 4 ? 32 : 64));
+    auto* bases = reinterpret_cast<int32_t*>(four + (C == 4 ? 64 : 96));
     for (int j = 0; j < 4; ++j) {
       const int16_t w = t.weight[2 * (x + j) + 1];
       if constexpr (C == 4) {
+        bases[0] = static_cast<int32_t>(base(t.start[x]));
         auto* permute = reinterpret_cast<int32_t*>(four);
-        permute[2 * j] = t.start[x + j] - t.start[x];
+        permute[2 * j] = t.start[x + j] - bases[0];
         permute[2 * j + 1] = permute[2 * j] + 1;
         for (int c = 0; c < 4; ++c) w1[4 * j + c] = w;
       } else {
         // Half h = j / 2 of each shuffle, lanes 3 (j % 2) .. + 2; lanes 6, 7 stay 0.
         const int half = j / 2, lane = 3 * (j % 2);
-        const int32_t at = 3 * (t.start[x + j] - t.start[x + 2 * half]);
+        bases[half] = static_cast<int32_t>(base(t.start[x + 2 * half]));
+        const int32_t at = 3 * (t.start[x + j] - bases[half]);
         for (int tap = 0; tap < 2; ++tap) {
           uint8_t* mask = four + 32 * tap + 16 * half;
           if (j % 2 == 0) std::memset(mask, 0x80, 16);
@@ -167,8 +182,9 @@ static inline void TwoTapFours(Columns& t, int64_t right) {
       }
     }
   }
-  t.last = end;
+  t.first = first, t.last = end;
   t.two_tap = true;
+  return true;
 }
 
 // Nearest on four-byte pixels: each four of columns keeps, in its 64 bytes of `spread`, a
@@ -232,6 +248,7 @@ static bool BuildTables(const Plan& p, int32_t interpolation, double xf, double 
     t.taps = span, t.pairs = (span + 1) / 2;
     const int64_t groups = (t.taps + 3) / 4;
     t.first = t.last = t.count;
+    int64_t leftmost = t.count;  // the first column starting inside the region
     for (int64_t x = 0; x < t.count; ++x) {
       const int16_t* w = t.weight + x * t.taps;
       for (int64_t q = 0; q < t.pairs; ++q) {
@@ -245,12 +262,13 @@ static bool BuildTables(const Plan& p, int32_t interpolation, double xf, double 
           s >= t.lo && s + t.taps <= right && C * (s + 4 * (groups - 1)) + 16 <= C * right;
       if (inside && t.first == t.count) t.first = x;
       if (!inside && t.first < t.count && t.last == t.count) t.last = x;
+      if (s >= t.lo && leftmost == t.count) leftmost = x;
     }
     t.first = (t.first + 3) & ~int64_t{3};
     if (t.first > t.last) t.first = t.last;
     t.two_tap = false;
     if constexpr (K::kTwoTap) {
-      if (t.taps == 2 && t.nonneg) TwoTapFours<C>(t, right);
+      if (t.taps == 2 && t.nonneg) TwoTapFours<C>(t, leftmost, right);
     }
   }
 
@@ -334,7 +352,7 @@ static Status Body(const uint8_t* src, Size src_size, int32_t src_step, const Re
   t.lo = p.src.x, t.size = p.src.width;
   t.start = reinterpret_cast<int32_t*>(take(4 * t.count));
   t.weight = reinterpret_cast<int16_t*>(take(2 * t.count * t.taps));
-  t.spread = reinterpret_cast<int32_t*>(take(24 * ((t.count + 3) & ~int64_t{3}) * t.pairs));
+  t.spread = reinterpret_cast<int32_t*>(take(32 * ((t.count + 3) & ~int64_t{3}) * t.pairs));
   auto* row_start = reinterpret_cast<int32_t*>(take(4 * l.y_count));
   auto* row_weight = reinterpret_cast<int16_t*>(take(2 * l.y_count * l.y_taps));
   auto* slot_row = reinterpret_cast<int32_t*>(take(4 * l.RingRows()));

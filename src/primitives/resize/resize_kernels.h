@@ -300,7 +300,7 @@ struct Layout {
   }
   int64_t VectorBytes() const {
     return kTableKeyBytes + Round64(4 * x_count) + Round64(2 * x_count * x_taps) +
-           Round64(24 * (x_count + 3) * XPairs()) + Round64(4 * y_count) +
+           Round64(32 * (x_count + 3) * XPairs()) + Round64(4 * y_count) +
            Round64(2 * y_count * y_taps) + Round64(4 * RingRows()) + 2 * RingStride() * RingRows() +
            64;
   }
