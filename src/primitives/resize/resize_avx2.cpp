@@ -82,7 +82,8 @@ int64_t HorizontalPairs(const uint8_t* row, const Columns& t, int16_t* out) {
 }
 
 // The two-tap layout (resize_body.h, TwoTapFours): four pixels a step in 16-bit lanes, of
-// kRows source rows sharing the tables' loads.
+// kRows source rows sharing the tables' loads. The shifts are multiplies, which run beside the
+// shuffles rather than queueing with them.
 template <int kRows>
 int64_t HorizontalTwoTap(const uint8_t* const* rows, const Columns& t, int16_t* const* outs) {
   // p0 (bytes 0-3) and p1 (4-7) of the two pixel pairs in each half, widened.
@@ -107,9 +108,9 @@ int64_t HorizontalTwoTap(const uint8_t* const* rows, const Columns& t, int16_t* 
       const __m256i pixels = _mm256_permutevar8x32_epi32(window, spread);
       const __m256i p0 = _mm256_shuffle_epi8(pixels, first);
       const __m256i p1 = _mm256_shuffle_epi8(pixels, second);
-      const __m256i rise = _mm256_slli_epi16(_mm256_sub_epi16(p1, p0), 7);
-      const __m256i f =
-          _mm256_add_epi16(_mm256_slli_epi16(p0, 6), _mm256_mulhrs_epi16(rise, weights));
+      const __m256i rise = _mm256_mullo_epi16(_mm256_sub_epi16(p1, p0), _mm256_set1_epi16(128));
+      const __m256i f = _mm256_add_epi16(_mm256_mullo_epi16(p0, _mm256_set1_epi16(64)),
+                                         _mm256_mulhrs_epi16(rise, weights));
       _mm256_storeu_si256(reinterpret_cast<__m256i*>(outs[r] + 4 * x), f);
     }
   }
@@ -135,9 +136,9 @@ int64_t HorizontalTwoTap3(const uint8_t* const* rows, const Columns& t, int16_t*
       const __m256i windows = Load2(rows[r] + low, rows[r] + high);
       const __m256i p0 = _mm256_shuffle_epi8(windows, take0);
       const __m256i p1 = _mm256_shuffle_epi8(windows, take1);
-      const __m256i rise = _mm256_slli_epi16(_mm256_sub_epi16(p1, p0), 7);
-      const __m256i f =
-          _mm256_add_epi16(_mm256_slli_epi16(p0, 6), _mm256_mulhrs_epi16(rise, weights));
+      const __m256i rise = _mm256_mullo_epi16(_mm256_sub_epi16(p1, p0), _mm256_set1_epi16(128));
+      const __m256i f = _mm256_add_epi16(_mm256_mullo_epi16(p0, _mm256_set1_epi16(64)),
+                                         _mm256_mulhrs_epi16(rise, weights));
       // Columns x, x + 1 then x + 2, x + 3; each store's last two lanes are overwritten next.
       _mm_storeu_si128(reinterpret_cast<__m128i*>(outs[r] + 3 * x), _mm256_castsi256_si128(f));
       _mm_storeu_si128(reinterpret_cast<__m128i*>(outs[r] + 3 * x + 6),
