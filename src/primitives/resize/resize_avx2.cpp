@@ -168,28 +168,52 @@ void OneRow(uint8_t* out, const int16_t* row, int64_t length) {
 // f0 + ((v1 (f1 - f0)) >> 14) = f1 + ((v0 (f0 - f1)) >> 14). The inner shift is a high multiply
 // by 4 v (taking the row of the larger weight as the base, so 4 v fits 16 bits; at
 // v0 = v1 a halving), the outer one a rounding high multiply by 512.
-void TwoRows(uint8_t* out, const int16_t* r0, const int16_t* r1, int16_t v0, int16_t v1,
-             int64_t length) {
-  const bool even = v0 == v1;
-  if (v1 > v0) {  // then v1 < 8192 unless even
-    const int16_t* r = r0;
-    r0 = r1, r1 = r, v1 = v0;
+struct Blend {
+  bool from_second, even;
+  __m256i weight;
+  Blend(int16_t v0, int16_t v1)
+      : from_second(v1 > v0),
+        even(v0 == v1),
+        weight(_mm256_set1_epi16(int16_t(4 * (v1 > v0 ? v0 : v1)))) {}
+  // 16 values from the rows' a, b and b - a.
+  __m256i operator()(__m256i a, __m256i b, __m256i rise) const {
+    const __m256i base = from_second ? b : a;
+    const __m256i part =
+        even ? _mm256_srai_epi16(rise, 1)
+             : _mm256_mulhi_epi16(from_second ? _mm256_sub_epi16(a, b) : rise, weight);
+    return _mm256_mulhrs_epi16(_mm256_add_epi16(base, part), _mm256_set1_epi16(512));
   }
-  const __m256i scale = _mm256_set1_epi16(512), weight = _mm256_set1_epi16(int16_t(4 * v1));
-  auto blend = [&](int64_t i) {
-    const __m256i a = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(r0 + i));
-    const __m256i b = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(r1 + i));
-    const __m256i rise = _mm256_sub_epi16(b, a);
-    const __m256i part = even ? _mm256_srai_epi16(rise, 1) : _mm256_mulhi_epi16(rise, weight);
-    return _mm256_mulhrs_epi16(_mm256_add_epi16(a, part), scale);
-  };
-  auto step = [&](int64_t i) {
-    const __m256i bytes = _mm256_packus_epi16(blend(i), blend(i + 16));
-    _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + i), _mm256_permute4x64_epi64(bytes, 0xD8));
+};
+
+bool Blends(int32_t pair) {
+  const int16_t v0 = LowWeight(pair), v1 = HighWeight(pair);
+  return v0 > 0 && v1 > 0 && v0 + v1 == 16384;
+}
+
+// kOut destination rows (the second at out + step) of the same two rows.
+template <int kOut>
+void TwoRows(uint8_t* out, int32_t step, const int16_t* r0, const int16_t* r1, const int32_t* pairs,
+             int64_t length) {
+  const Blend first(LowWeight(pairs[0]), HighWeight(pairs[0]));
+  const Blend second(LowWeight(pairs[kOut - 1]), HighWeight(pairs[kOut - 1]));
+  const Blend* blends[2] = {&first, &second};
+  auto go = [&](int64_t i) {
+    __m256i half[2][kOut];
+    for (int h = 0; h < 2; ++h) {
+      const __m256i a = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(r0 + i + 16 * h));
+      const __m256i b = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(r1 + i + 16 * h));
+      const __m256i rise = _mm256_sub_epi16(b, a);
+      for (int o = 0; o < kOut; ++o) half[h][o] = (*blends[o])(a, b, rise);
+    }
+    for (int o = 0; o < kOut; ++o) {
+      const __m256i bytes = _mm256_packus_epi16(half[0][o], half[1][o]);
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + int64_t{step} * o + i),
+                          _mm256_permute4x64_epi64(bytes, 0xD8));
+    }
   };
   int64_t i = 0;
-  for (; i + 32 <= length; i += 32) step(i);
-  if (i < length) step(length - 32);
+  for (; i + 32 <= length; i += 32) go(i);
+  if (i < length) go(length - 32);
 }
 
 struct Kernels {
@@ -244,6 +268,18 @@ struct Kernels {
     return Horizontal<C>(row1, t, out1);
   }
 
+  static void Vertical2(uint8_t* out0, uint8_t* out1, const int16_t* const* rows,
+                        const int32_t* pairs0, const int32_t* pairs1, int64_t pair_count,
+                        int64_t length, bool nonneg) {
+    if (length >= 32 && pair_count == 1 && nonneg && Blends(pairs0[0]) && Blends(pairs1[0]) &&
+        out1 - out0 == static_cast<int32_t>(out1 - out0)) {
+      const int32_t both[2] = {pairs0[0], pairs1[0]};
+      return TwoRows<2>(out0, static_cast<int32_t>(out1 - out0), rows[0], rows[1], both, length);
+    }
+    Vertical(out0, rows, pairs0, pair_count, length, nonneg);
+    Vertical(out1, rows, pairs1, pair_count, length, nonneg);
+  }
+
   static void Vertical(uint8_t* out, const int16_t* const* rows, const int32_t* pairs,
                        int64_t pair_count, int64_t length, bool nonneg) {
     if (length < 32) {
@@ -253,9 +289,7 @@ struct Kernels {
     if (pair_count == 1) {
       const int16_t v0 = LowWeight(pairs[0]), v1 = HighWeight(pairs[0]);
       if (v0 == 16384 && v1 == 0) return OneRow(out, rows[0], length);
-      if (nonneg && v0 > 0 && v1 > 0 && v0 + v1 == 16384) {
-        return TwoRows(out, rows[0], rows[1], v0, v1, length);
-      }
+      if (nonneg && Blends(pairs[0])) return TwoRows<1>(out, 0, rows[0], rows[1], pairs, length);
     }
     __m256i weights[resize::kRingRows];
     for (int64_t q = 0; q < pair_count; ++q) weights[q] = _mm256_set1_epi32(pairs[q]);

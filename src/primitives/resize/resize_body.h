@@ -12,6 +12,8 @@
 //       length bytes: out[i] = clamp((sum of pairs' weights * rows[..][i] + (1 << 19)) >> 20),
 //       rows taken two at a time with their weights as one PairWord; nonneg: the rows hold
 //       values in 0 .. 255 * 64 only;
+//   K::Vertical2(out0, out1, rows, pairs0, pairs1, pair_count, length, nonneg)
+//       two destination rows (out1 = out0 + dst_step) over the same rows;
 //   K::kLevel, K::kTwoTap
 //       the body's class (tables built by one body are not another's) and whether it has the
 //       fours layouts below (two taps, and nearest, on four-byte pixels), with
@@ -394,9 +396,11 @@ static Status Body(const uint8_t* src, Size src_size, int32_t src_step, const Re
       const int16_t* w = row_weight + k * l.y_taps;
       int64_t n = 0, m = 0;
       int16_t kept[kRingRows];
+      int32_t used[kRingRows];  // the source rows, in order
       for (int64_t v = 0; v < l.y_taps; ++v) {
         if (w[v] == 0) continue;
         const int64_t r = Clamp(row_start[k] + v, top, bottom), s = r % slots;
+        used[n] = static_cast<int32_t>(r);
         int16_t* slot = ring + s * stride;
         if (slot_row[s] != r) {
           todo[m] = RowAt(src, src_step, r), into[m++] = slot;
@@ -422,13 +426,31 @@ static Status Body(const uint8_t* src, Size src_size, int32_t src_step, const Re
           FilterColumn<C>(todo[j], t, x, into[j]);
         }
       }
+      // The next destination row over the same source rows (enlarging) is summed with this one.
+      int16_t next[kRingRows];
+      int64_t same = k + 1 < l.y_count ? 0 : -1;
+      for (int64_t v = 0; v < l.y_taps && same >= 0; ++v) {
+        const int16_t weight = row_weight[(k + 1) * l.y_taps + v];
+        if (weight == 0) continue;
+        if (same == n || Clamp(row_start[k + 1] + v, top, bottom) != used[same]) same = -1;
+        if (same >= 0) next[same++] = weight;
+      }
+      const bool twice = same == n;
       if (n % 2 != 0) {
         rows[n] = rows[n - 1];
+        next[n] = 0;
         kept[n++] = 0;
       }
+      uint8_t* out = RowAt(dst, dst_step, p.y0 + k) + C * p.x0;
       for (int64_t q = 0; q < n / 2; ++q) pairs[q] = PairWord(kept[2 * q], kept[2 * q + 1]);
-      K::Vertical(RowAt(dst, dst_step, p.y0 + k) + C * p.x0, rows, pairs, n / 2, C * t.count,
-                  t.nonneg);
+      if (twice) {
+        int32_t next_pairs[kRingRows];
+        for (int64_t q = 0; q < n / 2; ++q) next_pairs[q] = PairWord(next[2 * q], next[2 * q + 1]);
+        K::Vertical2(out, out + dst_step, rows, pairs, next_pairs, n / 2, C * t.count, t.nonneg);
+        ++k;
+      } else {
+        K::Vertical(out, rows, pairs, n / 2, C * t.count, t.nonneg);
+      }
     }
   }
   if (EdgeFlag(interpolation)) SmoothEdges<C>(dst, dst_step, p);

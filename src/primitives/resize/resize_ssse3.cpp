@@ -86,6 +86,13 @@ struct Kernels {
     return Horizontal<C>(row1, t, out1);
   }
 
+  static void Vertical2(uint8_t* out0, uint8_t* out1, const int16_t* const* rows,
+                        const int32_t* pairs0, const int32_t* pairs1, int64_t pair_count,
+                        int64_t length, bool nonneg) {
+    Vertical(out0, rows, pairs0, pair_count, length, nonneg);
+    Vertical(out1, rows, pairs1, pair_count, length, nonneg);
+  }
+
   static void Vertical(uint8_t* out, const int16_t* const* rows, const int32_t* pairs,
                        int64_t pair_count, int64_t length, bool /*nonneg*/) {
     if (length < 16) {
