@@ -92,26 +92,36 @@ int64_t HorizontalTwoTap(const uint8_t* const* rows, const Columns& t, int16_t* 
   const __m256i second =
       _mm256_setr_epi8(4, -1, 5, -1, 6, -1, 7, -1, 12, -1, 13, -1, 14, -1, 15, -1, 4, -1, 5, -1, 6,
                        -1, 7, -1, 12, -1, 13, -1, 14, -1, 15, -1);
-  const int64_t last = t.last;
-  const uint8_t* four = t.TwoTap(t.first);
-  int64_t x = t.first;
-  for (; x + 4 <= last; x += 4, four += 128) {
+  auto filter = [&](__m256i window, const uint8_t* four) {
     const __m256i spread = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(four));
     const __m256i weights = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(four + 32));
-    int32_t base;
-    std::memcpy(&base, four + 64, 4);
-    const int64_t offset = 4 * int64_t{base};
+    const __m256i pixels = _mm256_permutevar8x32_epi32(window, spread);
+    const __m256i p0 = _mm256_shuffle_epi8(pixels, first);
+    const __m256i p1 = _mm256_shuffle_epi8(pixels, second);
+    const __m256i rise = _mm256_mullo_epi16(_mm256_sub_epi16(p1, p0), _mm256_set1_epi16(128));
+    return _mm256_add_epi16(_mm256_mullo_epi16(p0, _mm256_set1_epi16(64)),
+                            _mm256_mulhrs_epi16(rise, weights));
+  };
+  auto window = [&](int r, const uint8_t* base) {
+    int32_t from;
+    std::memcpy(&from, base, 4);
+    const uint8_t* at = rows[r] + 4 * int64_t{from};
+    _mm_prefetch(reinterpret_cast<const char*>(at + 1536), _MM_HINT_T0);
+    return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(at));
+  };
+  const uint8_t* block = t.TwoTap(t.first);
+  int64_t x = t.first;
+  for (; x + 8 <= t.mid; x += 8, block += 256) {
     for (int r = 0; r < kRows; ++r) {
-      const uint8_t* at = rows[r] + offset;
-      _mm_prefetch(reinterpret_cast<const char*>(at + 1536), _MM_HINT_T0);
-      const __m256i window = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(at));
-      const __m256i pixels = _mm256_permutevar8x32_epi32(window, spread);
-      const __m256i p0 = _mm256_shuffle_epi8(pixels, first);
-      const __m256i p1 = _mm256_shuffle_epi8(pixels, second);
-      const __m256i rise = _mm256_mullo_epi16(_mm256_sub_epi16(p1, p0), _mm256_set1_epi16(128));
-      const __m256i f = _mm256_add_epi16(_mm256_mullo_epi16(p0, _mm256_set1_epi16(64)),
-                                         _mm256_mulhrs_epi16(rise, weights));
-      _mm256_storeu_si256(reinterpret_cast<__m256i*>(outs[r] + 4 * x), f);
+      const __m256i w = window(r, block + 128);
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(outs[r] + 4 * x), filter(w, block));
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(outs[r] + 4 * x + 16), filter(w, block + 64));
+    }
+  }
+  for (; x + 4 <= t.last; x += 4, block += 128) {
+    for (int r = 0; r < kRows; ++r) {
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(outs[r] + 4 * x),
+                          filter(window(r, block + 64), block));
     }
   }
   return x - t.first;

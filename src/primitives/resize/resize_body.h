@@ -48,6 +48,7 @@ struct Columns {
   // Columns whose every load lies inside the region: [first, last). Their 16-byte loads start
   // at C * (start + 4 g) for g < ceil(taps / 4).
   int64_t first = 0, last = 0;  // first a multiple of 4, but for the two-tap layouts
+  int64_t mid = 0;              // the two-tap layouts: eights of four-byte pixels up to here
   bool nonneg = false;          // no weight below 0: filtered values in 0 .. 255 * 64
   bool two_tap = false;         // the fours of [first, last) laid out for K::kTwoTap (see below)
 
@@ -125,6 +126,9 @@ static void NearestRows(const uint8_t* src, int32_t src_step, uint8_t* dst, int3
 // whose taps lie inside the region keep their own layout (TwoTap(x), 128 bytes a four):
 //   four-byte pixels   a permute of eight dwords taking the four's p0, p1 from one 32-byte
 //                      window, then each column's w1 four times, then the window's first pixel;
+//                      where one window serves eight columns (enlarging), the two fours' permutes
+//                      and weights and then the window's first pixel (256 bytes an eight), for
+//                      the eights of [first, mid);
 //   three-byte pixels  two byte shuffles taking p0, and p1, of columns x, x + 1 from one 16-byte
 //                      window and of x + 2, x + 3 from another, widened to 16 bits (six lanes of
 //                      eight), then each column's w1 three times, then the two windows' first
@@ -155,36 +159,62 @@ static inline bool TwoTapFours(Columns& t, int64_t first, int64_t right) {
   int64_t end = first;
   while (end + 4 <= t.count && fits(end)) end += 4;
   if (end == first) return false;
-  for (int64_t x = first; x < end; x += 4) {
-    uint8_t* four = t.TwoTap(x);
-    auto* w1 = reinterpret_cast<int16_t*>(four + (C == 4 ? 32 : 64));
-    auto* bases = reinterpret_cast<int32_t*>(four + (C == 4 ? 64 : 96));
-    for (int j = 0; j < 4; ++j) {
-      const int16_t w = t.weight[2 * (x + j) + 1];
-      if constexpr (C == 4) {
-        bases[0] = static_cast<int32_t>(base(t.start[x]));
-        auto* permute = reinterpret_cast<int32_t*>(four);
-        permute[2 * j] = t.start[x + j] - bases[0];
-        permute[2 * j + 1] = permute[2 * j] + 1;
-        for (int c = 0; c < 4; ++c) w1[4 * j + c] = w;
-      } else {
-        // Half h = j / 2 of each shuffle, lanes 3 (j % 2) .. + 2; lanes 6, 7 stay 0.
-        const int half = j / 2, lane = 3 * (j % 2);
-        bases[half] = static_cast<int32_t>(base(t.start[x + 2 * half]));
-        const int32_t at = 3 * (t.start[x + j] - bases[half]);
-        for (int tap = 0; tap < 2; ++tap) {
-          uint8_t* mask = four + 32 * tap + 16 * half;
-          if (j % 2 == 0) std::memset(mask, 0x80, 16);
-          for (int c = 0; c < 3; ++c) {
-            mask[2 * (lane + c)] = static_cast<uint8_t>(at + 3 * tap + c);
-          }
-        }
-        for (int c = 0; c < 3; ++c) w1[8 * half + lane + c] = w;
-        if (j % 2 == 0) w1[8 * half + 6] = w1[8 * half + 7] = 0;
+  int64_t mid = first;  // four-byte pixels: eights that one window serves
+  if constexpr (C == 4) {
+    auto fits8 = [&](int64_t x) {
+      const int32_t* s = t.start + x;
+      for (int j = 0; j < 8; ++j) {
+        if (s[j] < base(s[0]) || s[j] + 2 > right || s[j] + 1 - base(s[0]) > 7) return false;
       }
+      return true;
+    };
+    while (mid + 8 <= end && fits8(mid)) mid += 8;
+  }
+  // Four-byte pixels: a four's permute and w1 at `at`, against the window at `from`.
+  auto four_bytes = [&](int64_t x, int64_t from, uint8_t* at) {
+    auto* permute = reinterpret_cast<int32_t*>(at);
+    auto* w1 = reinterpret_cast<int16_t*>(at + 32);
+    for (int j = 0; j < 4; ++j) {
+      permute[2 * j] = static_cast<int32_t>(t.start[x + j] - from);
+      permute[2 * j + 1] = permute[2 * j] + 1;
+      for (int c = 0; c < 4; ++c) w1[4 * j + c] = t.weight[2 * (x + j) + 1];
+    }
+  };
+  for (int64_t x = first; x < mid; x += 8) {
+    uint8_t* eight = t.TwoTap(x);
+    const int32_t from = static_cast<int32_t>(base(t.start[x]));
+    four_bytes(x, from, eight);
+    four_bytes(x + 4, from, eight + 64);
+    std::memcpy(eight + 128, &from, 4);
+  }
+  for (int64_t x = mid; x < end; x += 4) {
+    uint8_t* four = t.TwoTap(x);
+    if constexpr (C == 4) {
+      const int32_t from = static_cast<int32_t>(base(t.start[x]));
+      four_bytes(x, from, four);
+      std::memcpy(four + 64, &from, 4);
+      continue;
+    }
+    auto* w1 = reinterpret_cast<int16_t*>(four + 64);
+    auto* bases = reinterpret_cast<int32_t*>(four + 96);
+    for (int j = 0; j < 4; ++j) {
+      // Half h = j / 2 of each shuffle, lanes 3 (j % 2) .. + 2; lanes 6, 7 stay 0.
+      const int16_t w = t.weight[2 * (x + j) + 1];
+      const int half = j / 2, lane = 3 * (j % 2);
+      bases[half] = static_cast<int32_t>(base(t.start[x + 2 * half]));
+      const int32_t at = 3 * (t.start[x + j] - bases[half]);
+      for (int tap = 0; tap < 2; ++tap) {
+        uint8_t* mask = four + 32 * tap + 16 * half;
+        if (j % 2 == 0) std::memset(mask, 0x80, 16);
+        for (int c = 0; c < 3; ++c) {
+          mask[2 * (lane + c)] = static_cast<uint8_t>(at + 3 * tap + c);
+        }
+      }
+      for (int c = 0; c < 3; ++c) w1[8 * half + lane + c] = w;
+      if (j % 2 == 0) w1[8 * half + 6] = w1[8 * half + 7] = 0;
     }
   }
-  t.first = first, t.last = end;
+  t.first = first, t.mid = mid, t.last = end;
   t.two_tap = true;
   return true;
 }
@@ -294,8 +324,8 @@ static bool BuildTables(const Plan& p, int32_t interpolation, double xf, double 
 struct TableKey {
   double xf, yf, xs, ys;
   int64_t interpolation, code, x0, y0, x_count, y_count, x_taps, y_taps, lo, size, channels;
-  int64_t level;                                      // the body's
-  int64_t taps, pairs, first, last, two_tap, nonneg;  // found by the build
+  int64_t level;                                           // the body's
+  int64_t taps, pairs, first, mid, last, two_tap, nonneg;  // found by the build
   uint64_t hash;
 };
 static_assert(sizeof(TableKey) <= kTableKeyBytes);
@@ -372,12 +402,14 @@ static Status Body(const uint8_t* src, Size src_size, int32_t src_step, const Re
   if (std::memcmp(&fresh, &stored, offsetof(TableKey, hash)) == 0 &&
       Hash(fresh, tables, tables_end) == stored.hash) {
     t.taps = stored.taps, t.pairs = stored.pairs, t.first = stored.first, t.last = stored.last;
+    t.mid = stored.mid;
     t.two_tap = stored.two_tap != 0, t.nonneg = stored.nonneg != 0;
   } else {
     if (!BuildTables<K, C>(p, interpolation, xf, yf, xs, ys, l, t, row_start, row_weight)) {
       return fallback();
     }
     fresh.taps = t.taps, fresh.pairs = t.pairs, fresh.first = t.first, fresh.last = t.last;
+    fresh.mid = t.mid;
     fresh.two_tap = t.two_tap, fresh.nonneg = t.nonneg;
     fresh.hash = Hash(fresh, tables, tables_end);
     std::memcpy(key_bytes, &fresh, sizeof(fresh));
