@@ -37,6 +37,7 @@
 
 namespace framekit::prim::resize {
 
+namespace {
 // Destination columns of one call.
 struct Columns {
   int64_t count = 0, taps = 0, pairs = 0;
@@ -60,6 +61,7 @@ struct Columns {
   // The two-tap layouts' 128 bytes of the four starting at x (see TwoTapFours).
   uint8_t* TwoTap(int64_t x) const { return reinterpret_cast<uint8_t*>(spread) + 32 * x; }
 };
+}  // namespace
 
 // One destination column of one source row, as the reference does it.
 template <int C>

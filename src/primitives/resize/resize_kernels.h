@@ -290,6 +290,9 @@ inline constexpr int64_t kTableKeyBytes = 192;  // what the tables were built fo
 
 static inline int64_t Round64(int64_t n) { return (n + 63) & ~int64_t{63}; }
 
+// In an unnamed namespace, as Columns is: its member functions must not be shared between the
+// levels' objects.
+namespace {
 struct Layout {
   int64_t x_count, x_taps, y_count, y_taps, channels;
   int64_t XPairs() const { return (x_taps + 1) / 2; }
@@ -306,6 +309,7 @@ struct Layout {
   }
   int64_t Bytes() const { return RefBytes() > VectorBytes() ? RefBytes() : VectorBytes(); }
 };
+}  // namespace
 
 // For a source of src's size and a destination region dst at the smallest factors a source
 // region inside that source can give (dst / src).
