@@ -82,5 +82,6 @@ void RegisterPrimitiveBenchmarks();
 void RegisterExportBenchmarks();
 void RegisterEffectBenchmarks();
 void RegisterConvertBenchmarks();
+void RegisterResizeBenchmarks();
 
 }  // namespace framekit::bench

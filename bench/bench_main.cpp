@@ -32,6 +32,7 @@ int main(int argc, char** argv) {
   framekit::bench::RegisterExportBenchmarks();
   framekit::bench::RegisterEffectBenchmarks();
   framekit::bench::RegisterConvertBenchmarks();
+  framekit::bench::RegisterResizeBenchmarks();
   benchmark::RunSpecifiedBenchmarks();
   benchmark::Shutdown();
   return 0;

@@ -24,10 +24,12 @@
 //   edge flags    flags 31 and 30 round the extent inwards (ceil and floor) and then replace
 //                 each pixel on the extent's border by the rounded mean of itself and its inward
 //                 neighbour (columns first, then rows).
-// The work buffer holds the weight tables and two rows; ippiResizeGetBufSize sizes it for a
-// source of srcRect's size and a destination region dstRect, which covers every factor down to
-// dstRect / srcRect. A call whose factors need more taps than that (a source region wider than
-// the whole source it was sized for) returns -23.
+// The work buffer holds the weight tables and the rows being filtered; ippiResizeGetBufSize sizes
+// it for a source of srcRect's size and a destination region dstRect, which covers every factor
+// down to dstRect / srcRect. A call whose factors need more taps than that (a source region wider
+// than the whole source it was sized for) returns -23. The vector bodies keep their tables in it
+// from call to call, under what they were built for and a hash of their bytes: a caller that
+// keeps its buffer has them built once; changed bytes or another call's tables are built afresh.
 #pragma once
 
 #include <cstdint>
@@ -73,6 +75,12 @@ namespace ref {
 ResizeSig ippiResizeSqrPixel_8u_C3R, ippiResizeSqrPixel_8u_C4R;
 ResizeYuv422Sig ippiResizeYUV422_8u_C2R;
 }  // namespace ref
+namespace ssse3 {
+ResizeSig ippiResizeSqrPixel_8u_C3R, ippiResizeSqrPixel_8u_C4R;
+}  // namespace ssse3
+namespace avx2 {
+ResizeSig ippiResizeSqrPixel_8u_C3R, ippiResizeSqrPixel_8u_C4R;
+}  // namespace avx2
 
 FK_PRIMITIVE(ippiResizeSqrPixel_8u_C3R, ResizeSig);
 FK_PRIMITIVE(ippiResizeSqrPixel_8u_C4R, ResizeSig);

@@ -3,8 +3,12 @@
 
 namespace framekit::prim {
 
-FK_PRIMITIVE_TABLE(ippiResizeSqrPixel_8u_C3R, ResizeSig, .ref = ref::ippiResizeSqrPixel_8u_C3R);
-FK_PRIMITIVE_TABLE(ippiResizeSqrPixel_8u_C4R, ResizeSig, .ref = ref::ippiResizeSqrPixel_8u_C4R);
+FK_PRIMITIVE_TABLE(ippiResizeSqrPixel_8u_C3R, ResizeSig, .ref = ref::ippiResizeSqrPixel_8u_C3R,
+                   .ssse3 = FK_X86(ssse3::ippiResizeSqrPixel_8u_C3R),
+                   .avx2 = FK_X86(avx2::ippiResizeSqrPixel_8u_C3R));
+FK_PRIMITIVE_TABLE(ippiResizeSqrPixel_8u_C4R, ResizeSig, .ref = ref::ippiResizeSqrPixel_8u_C4R,
+                   .ssse3 = FK_X86(ssse3::ippiResizeSqrPixel_8u_C4R),
+                   .avx2 = FK_X86(avx2::ippiResizeSqrPixel_8u_C4R));
 FK_PRIMITIVE_TABLE(ippiResizeYUV422_8u_C2R, ResizeYuv422Sig, .ref = ref::ippiResizeYUV422_8u_C2R);
 
 Status ippiResizeGetBufSize(const Rect* src_rect, const Rect* dst_rect, int32_t channels,

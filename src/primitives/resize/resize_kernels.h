@@ -187,6 +187,55 @@ static inline Plan PlanResize(const uint8_t* src, Size src_size, const Rect* src
 
 // ---- Weight tables
 
+// Destination coordinate x of an axis: `taps` 14-bit weights summing to 1 << 14 for the source
+// indices start, start + 1, ... (before any clamping to the region); returns start.
+static inline int64_t CoordinateWeights(int32_t code, int32_t interpolation, double factor,
+                                        double shift, int64_t x, int64_t taps, int16_t* out) {
+  const double scale = Widened(code, interpolation) && factor < 1 ? factor : 1.0;
+  const double reach = Support(code) / scale;
+  const auto at = static_cast<double>(x);
+  const double c = (at + 0.5 - shift) / factor - 0.5;                     // the centre's position
+  const double a = (at - shift) / factor, b = (at + 1 - shift) / factor;  // its footprint
+  int64_t start = 0;
+  if (code == kResizeNearest) {
+    start = static_cast<int64_t>(Floor(c + 0.5));
+  } else if (code == kResizeSuper) {
+    start = static_cast<int64_t>(Floor(a));
+  } else {
+    start = static_cast<int64_t>(Floor(c - reach)) + 1;
+  }
+  auto weight = [&](int64_t t) {
+    const double j = static_cast<double>(start + t);
+    if (code == kResizeNearest) return t == 0 ? 1.0 : 0.0;
+    if (code == kResizeSuper) {
+      const double from = a > j ? a : j, to = b < j + 1 ? b : j + 1;
+      return to > from ? to - from : 0.0;
+    }
+    return Kernel(code, Abs(c - j) * scale);
+  };
+  double total = 0, heaviest_size = -1;
+  int64_t heaviest = 0;
+  for (int64_t t = 0; t < taps; ++t) {
+    const double v = weight(t);
+    total += v;
+    if (Abs(v) > heaviest_size) heaviest = t, heaviest_size = Abs(v);
+  }
+  // Normalised and rounded; the rounding remainder goes to the heaviest tap.
+  int32_t sum = 0;
+  for (int64_t t = 0; t < taps; ++t) {
+    const double v = total != 0 ? weight(t) / total : (t == heaviest ? 1.0 : 0.0);
+    const auto q = static_cast<int32_t>(Floor(v * 16384.0 + 0.5));
+    out[t] = static_cast<int16_t>(q);
+    sum += q;
+  }
+  out[heaviest] = static_cast<int16_t>(out[heaviest] + (16384 - sum));
+  return start;
+}
+
+static inline int64_t Clamp(int64_t j, int64_t lo, int64_t hi) {
+  return j < lo ? lo : (j > hi ? hi : j);
+}
+
 // One axis: for each destination coordinate `taps` source indices (absolute, inside the region)
 // and 14-bit weights summing to 1 << 14.
 struct Axis {
@@ -200,60 +249,67 @@ struct Axis {
 // region is [lo, lo + size).
 static inline void FillAxis(const Axis& axis, int32_t code, int32_t interpolation, double factor,
                             double shift, int64_t first, int32_t lo, int32_t size) {
-  const int64_t taps = axis.taps;
-  const double scale = Widened(code, interpolation) && factor < 1 ? factor : 1.0;
-  const double reach = Support(code) / scale;
   for (int64_t k = 0; k < axis.count; ++k) {
-    const double x = static_cast<double>(first + k);
-    const double c = (x + 0.5 - shift) / factor - 0.5;                    // the centre's position
-    const double a = (x - shift) / factor, b = (x + 1 - shift) / factor;  // its footprint
-    int64_t start = 0;
-    if (code == kResizeNearest) {
-      start = static_cast<int64_t>(Floor(c + 0.5));
-    } else if (code == kResizeSuper) {
-      start = static_cast<int64_t>(Floor(a));
-    } else {
-      start = static_cast<int64_t>(Floor(c - reach)) + 1;
+    const int64_t start = CoordinateWeights(code, interpolation, factor, shift, first + k,
+                                            axis.taps, axis.weight + k * axis.taps);
+    for (int64_t t = 0; t < axis.taps; ++t) {
+      axis.index[k * axis.taps + t] = static_cast<int32_t>(Clamp(start + t, lo, lo + size - 1));
     }
-    auto weight = [&](int64_t t) {
-      const double j = static_cast<double>(start + t);
-      if (code == kResizeNearest) return t == 0 ? 1.0 : 0.0;
-      if (code == kResizeSuper) {
-        const double from = a > j ? a : j, to = b < j + 1 ? b : j + 1;
-        return to > from ? to - from : 0.0;
-      }
-      return Kernel(code, Abs(c - j) * scale);
-    };
-    double total = 0;
-    int64_t heaviest = 0;
-    for (int64_t t = 0; t < taps; ++t) {
-      total += weight(t);
-      if (Abs(weight(t)) > Abs(weight(heaviest))) heaviest = t;
-    }
-    // Normalised and rounded; the rounding remainder goes to the heaviest tap.
-    int32_t sum = 0;
-    for (int64_t t = 0; t < taps; ++t) {
-      const double v = total != 0 ? weight(t) / total : (t == heaviest ? 1.0 : 0.0);
-      const auto q = static_cast<int32_t>(Floor(v * 16384.0 + 0.5));
-      axis.weight[k * taps + t] = static_cast<int16_t>(q);
-      sum += q;
-      int64_t j = start + t;
-      j = j < lo ? lo : (j > lo + size - 1 ? lo + size - 1 : j);
-      axis.index[k * taps + t] = static_cast<int32_t>(j);
-    }
-    axis.weight[k * taps + heaviest] =
-        static_cast<int16_t>(axis.weight[k * taps + heaviest] + (16384 - sum));
   }
 }
 
-// ---- The work buffer: both axes' tables, one row of filtered values and one accumulator row.
+// The border of the extent averaged with its inward neighbours (flags 31 and 30).
+template <int C>
+static void SmoothEdges(uint8_t* dst, int32_t step, const Plan& p) {
+  auto mean = [](uint8_t* a, const uint8_t* b) {
+    for (int c = 0; c < C; ++c) a[c] = static_cast<uint8_t>((a[c] + b[c] + 1) >> 1);
+  };
+  auto row = [&](int64_t y) { return dst + y * step; };
+  if (p.x1 - p.x0 >= 2) {
+    for (int64_t y = p.y0; y < p.y1; ++y) {
+      mean(row(y) + C * p.x0, row(y) + C * (p.x0 + 1));
+      mean(row(y) + C * (p.x1 - 1), row(y) + C * (p.x1 - 2));
+    }
+  }
+  if (p.y1 - p.y0 >= 2) {
+    for (int64_t x = p.x0; x < p.x1; ++x) {
+      mean(row(p.y0) + C * x, row(p.y0 + 1) + C * x);
+      mean(row(p.y1 - 1) + C * x, row(p.y1 - 2) + C * x);
+    }
+  }
+}
 
+// ---- The work buffer. The reference keeps both axes' tables (indices and weights), one row of
+// filtered values and one accumulator row. The vector bodies (resize_body.h) keep, each piece
+// 64-byte aligned: per destination column its first source column, its weights and its weight
+// pairs spread over a vector; per destination row its first source row and weights; and a ring
+// of up to kRingRows filtered rows with the source row each holds.
+
+inline constexpr int64_t kRingRows = 64;
+inline constexpr int64_t kTableKeyBytes = 192;  // what the tables were built for
+
+static inline int64_t Round64(int64_t n) { return (n + 63) & ~int64_t{63}; }
+
+// In an unnamed namespace, as Columns is: its member functions must not be shared between the
+// levels' objects.
+namespace {
 struct Layout {
   int64_t x_count, x_taps, y_count, y_taps, channels;
-  int64_t Bytes() const {
+  int64_t XPairs() const { return (x_taps + 1) / 2; }
+  int64_t RingRows() const { return y_taps < kRingRows ? y_taps : kRingRows; }
+  int64_t RingStride() const { return (x_count * channels + 32 + 31) & ~int64_t{31}; }  // int16s
+  int64_t RefBytes() const {
     return (x_count * x_taps + y_count * y_taps) * 6 + x_count * channels * 8 + 64;
   }
+  int64_t VectorBytes() const {
+    return kTableKeyBytes + Round64(4 * x_count) + Round64(2 * x_count * x_taps) +
+           Round64(32 * (x_count + 3) * XPairs()) + Round64(4 * y_count) +
+           Round64(2 * y_count * y_taps) + Round64(4 * RingRows()) + 2 * RingStride() * RingRows() +
+           64;
+  }
+  int64_t Bytes() const { return RefBytes() > VectorBytes() ? RefBytes() : VectorBytes(); }
 };
+}  // namespace
 
 // For a source of src's size and a destination region dst at the smallest factors a source
 // region inside that source can give (dst / src).

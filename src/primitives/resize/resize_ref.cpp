@@ -12,27 +12,6 @@ namespace {
 
 using resize::Axis;
 
-// The border of the extent averaged with its inward neighbours (flags 31 and 30).
-template <int C>
-void SmoothEdges(uint8_t* dst, int32_t step, const resize::Plan& p) {
-  auto mean = [](uint8_t* a, const uint8_t* b) {
-    for (int c = 0; c < C; ++c) a[c] = static_cast<uint8_t>((a[c] + b[c] + 1) >> 1);
-  };
-  if (p.x1 - p.x0 >= 2) {
-    for (int64_t y = p.y0; y < p.y1; ++y) {
-      uint8_t* row = RowAt(dst, step, y);
-      mean(row + C * p.x0, row + C * (p.x0 + 1));
-      mean(row + C * (p.x1 - 1), row + C * (p.x1 - 2));
-    }
-  }
-  if (p.y1 - p.y0 >= 2) {
-    for (int64_t x = p.x0; x < p.x1; ++x) {
-      mean(RowAt(dst, step, p.y0) + C * x, RowAt(dst, step, p.y0 + 1) + C * x);
-      mean(RowAt(dst, step, p.y1 - 1) + C * x, RowAt(dst, step, p.y1 - 2) + C * x);
-    }
-  }
-}
-
 template <int C>
 Status Resize(const uint8_t* src, Size src_size, int32_t src_step, const Rect* src_roi,
               uint8_t* dst, int32_t dst_step, const Rect* dst_roi, double xf, double yf, double xs,
@@ -80,7 +59,7 @@ Status Resize(const uint8_t* src, Size src_size, int32_t src_step, const Rect* s
       out[i] = static_cast<uint8_t>(v < 0 ? 0 : (v > 255 ? 255 : v));
     }
   }
-  if (resize::EdgeFlag(interpolation)) SmoothEdges<C>(dst, dst_step, p);
+  if (resize::EdgeFlag(interpolation)) resize::SmoothEdges<C>(dst, dst_step, p);
   return p.status;
 }
 

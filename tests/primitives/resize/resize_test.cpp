@@ -1,6 +1,7 @@
 // The resize primitive's reference: its checks in order, the small-source fallbacks, the extent
 // and what stays untouched, kernels that must reproduce or average exactly, and every kernel
-// against a double-precision model of the same weights.
+// against a double-precision model of the same weights. Then the weight tables the vector
+// bodies keep in the work buffer from call to call.
 #include "primitives/resize/resize.h"
 
 #include <gtest/gtest.h>
@@ -12,6 +13,7 @@
 
 #include "primitives/resize/resize_kernels.h"
 #include "support/random_frame.h"
+#include "support/scoped_class.h"
 
 namespace framekit::prim {
 namespace {
@@ -249,6 +251,57 @@ TEST(ResizeRef, BufferSizeChecks) {
   EXPECT_EQ(size, -1);
   EXPECT_EQ(ippiResizeGetBufSize(&src, &dst, 4, kResizeLanczos, &size), 0);
   EXPECT_GT(size, 0);
+}
+
+// One work buffer through a run of calls on every class this machine has: the same call twice
+// (the tables found ready), the tables' bytes changed by the caller, other kernels, regions and
+// shifts, and other classes' tables left behind. Every result must be the reference's.
+TEST(ResizeTables, KeptInTheBufferAndRebuiltWhenStale) {
+  const Size src_size{200, 120};
+  const Rect whole{0, 0, 200, 120}, dst_roi{0, 0, 133, 80};
+  struct Step {
+    int32_t interpolation;
+    Rect src_roi;
+    double xs;
+    bool scribble;  // change a byte of the tables before the call
+  };
+  const Step steps[] = {{kResizeLinear, whole, 0, false},  {kResizeLinear, whole, 0, false},
+                        {kResizeLinear, whole, 0, true},   {kResizeNearest, whole, 0, false},
+                        {kResizeNearest, whole, 0, false}, {kResizeSuper, whole, 0, false},
+                        {6, {3, 5, 150, 100}, 0.5, false}, {kResizeLinear, whole, 0.25, false},
+                        {kResizeLinear, whole, 0, false}};
+  for (const int channels : {3, 4}) {
+    const auto fn = channels == 3 ? ippiResizeSqrPixel_8u_C3R : ippiResizeSqrPixel_8u_C4R;
+    const auto reference =
+        channels == 3 ? ref::ippiResizeSqrPixel_8u_C3R : ref::ippiResizeSqrPixel_8u_C4R;
+    test::Rng rng("resize/tables");
+    const Bytes src = test::RandomFrame(rng, channels * src_size.width, src_size.height);
+    int32_t size = 0, largest = 0;
+    for (const Step& k : steps) {
+      ASSERT_EQ(ippiResizeGetBufSize(&whole, &dst_roi, channels, k.interpolation, &size), 0);
+      largest = size > largest ? size : largest;
+    }
+    Bytes kept(static_cast<size_t>(largest), 0), scratch = kept;
+    std::vector<int> classes;  // up and down again: each class finds the others' tables
+    for (int cls = 0; cls <= DetectedClass(); ++cls) classes.push_back(cls);
+    classes.insert(classes.end(), classes.rbegin(), classes.rend());
+    for (const int cls : classes) {
+      const test::ScopedClassIndex forced(cls);
+      for (const Step& k : steps) {
+        if (k.scribble) kept[512] ^= 1;
+        auto run = [&](ResizeFn f, uint8_t* buffer) {
+          Bytes dst(static_cast<size_t>(channels) * 133 * 80, 0x5A);
+          const double xf = 133.0 / k.src_roi.width, yf = 80.0 / k.src_roi.height;
+          EXPECT_EQ(f(src.data(), src_size, channels * 200, &k.src_roi, dst.data(), channels * 133,
+                      &dst_roi, xf, yf, k.xs, 0, k.interpolation, buffer),
+                    0);
+          return dst;
+        };
+        ASSERT_EQ(run(fn, kept.data()), run(reference, scratch.data()))
+            << "C" << channels << " class " << cls << " code " << k.interpolation;
+      }
+    }
+  }
 }
 
 }  // namespace
