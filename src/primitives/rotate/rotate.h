@@ -39,6 +39,12 @@ using RotateFn = RotateSig*;
 namespace ref {
 RotateSig ippiRotate_8u_C3R, ippiRotate_8u_C4R;
 }  // namespace ref
+namespace sse2 {
+RotateSig ippiRotate_8u_C3R, ippiRotate_8u_C4R;
+}  // namespace sse2
+namespace avx2 {
+RotateSig ippiRotate_8u_C3R, ippiRotate_8u_C4R;
+}  // namespace avx2
 
 FK_PRIMITIVE(ippiRotate_8u_C3R, RotateSig);
 FK_PRIMITIVE(ippiRotate_8u_C4R, RotateSig);

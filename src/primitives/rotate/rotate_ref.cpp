@@ -20,6 +20,7 @@ Status Rotate(const uint8_t* src, Size src_size, int32_t src_step, const Rect* s
   const Plan p =
       rotate::PlanRotate(src, src_size, src_roi, dst, dst_roi, angle, xs, ys, interpolation);
   if (!p.write) return p.status;
+  if (rotate::TurnWholePixels<C>(src, src_step, dst, dst_step, p)) return p.status;
   rotate::CubicTable cubic;
   if (p.code == 4) rotate::FillCubic(&cubic);
   const int64_t left = p.src.x, right = left + p.src.width - 1;
