@@ -83,5 +83,6 @@ void RegisterExportBenchmarks();
 void RegisterEffectBenchmarks();
 void RegisterConvertBenchmarks();
 void RegisterResizeBenchmarks();
+void RegisterRotateBenchmarks();
 
 }  // namespace framekit::bench

@@ -33,6 +33,7 @@ int main(int argc, char** argv) {
   framekit::bench::RegisterEffectBenchmarks();
   framekit::bench::RegisterConvertBenchmarks();
   framekit::bench::RegisterResizeBenchmarks();
+  framekit::bench::RegisterRotateBenchmarks();
   benchmark::RunSpecifiedBenchmarks();
   benchmark::Shutdown();
   return 0;

@@ -75,6 +75,14 @@ typedef struct FrameKitSize {
   int32_t height;
 } FrameKitSize;
 
+/* A region by its corner and size, as the primitives take it. */
+typedef struct FrameKitRegion {
+  int32_t x;
+  int32_t y;
+  int32_t width;
+  int32_t height;
+} FrameKitRegion;
+
 /* ---- Initialisation ---------------------------------------------------------------------- */
 
 /* Identifies the processor and selects the processor class (0-6) whose primitive variants every
@@ -465,6 +473,42 @@ FRAMEKIT_EXPORT void ResizeRGB32LB(uint8_t* src, FrameKitSize src_size, const Fr
 FRAMEKIT_EXPORT int32_t ResizeYUY2(const uint8_t* src, uint8_t* dst, int32_t src_width,
                                    int32_t src_height, int32_t dst_width,
                                    int32_t dst_height) FRAMEKIT_NOEXCEPT;
+
+/* ---- Rotation ---------------------------------------------------------------------------- */
+/* Frames turned in place by `angle` degrees (positive: counter-clockwise on screen) about their
+ * centre, sampled linearly (each destination pixel's centre mapped back to the source; the same
+ * bytes on every processor and platform). RotateIn: RGB24, rows at the aligned stride; RotateIn32:
+ * RGB32. angle 0 and 360 exactly leave the frame untouched; any other angle (720 included) is
+ * resampled. temp: a scratch frame of the same size, cleared and used as the destination.
+ * Corners no source pixel reaches are black and what leaves the frame is cut off.
+ * With stretch_quarter_turns non-zero, 90 and 270 exactly instead turn the picture a quarter
+ * into temp (a frame `height` pixels wide and `width` high, at its own aligned stride: temp must
+ * hold the larger of the two layouts) and stretch it back over the whole frame with the linear
+ * resize; buffer (by value) and *buffer_size are the work-buffer cache of ResizeRGB24.
+ * When *buffer_size is 0 on entry, the buffer held at the end (passed in or allocated) is
+ * released before return: size 0 asks for a one-shot buffer. Nothing is checked or returned; a
+ * null frame or temp, or a side below 1, turns nothing. */
+FRAMEKIT_EXPORT void RotateIn(uint8_t* frame, int32_t width, int32_t height, uint8_t* temp,
+                              double angle, int32_t stretch_quarter_turns, uint8_t* buffer,
+                              int32_t* buffer_size) FRAMEKIT_NOEXCEPT;
+FRAMEKIT_EXPORT void RotateIn32(uint8_t* frame, int32_t width, int32_t height, uint8_t* temp,
+                                double angle, int32_t stretch_quarter_turns, uint8_t* buffer,
+                                int32_t* buffer_size) FRAMEKIT_NOEXCEPT;
+
+/* The RGB24 rotate primitive: src_roi of src (src_size, rows src_step bytes apart) turned by
+ * `angle` degrees, a source point (x, y) landing at (x cos a + y sin a + x_shift,
+ * -x sin a + y cos a + y_shift), into dst_roi of dst. A destination pixel is written when its
+ * centre maps inside the source region (its outermost half pixel included, the edge pixel
+ * repeated there); the others are untouched. interpolation: 1 nearest, 2 linear, 4 cubic.
+ * Result: 0; -8 a null pointer; -6 a size below 1 or a negative corner; -22 another
+ * interpolation; 29 the source region outside the image; 1 an angle or shift that is not
+ * finite (nothing written). */
+FRAMEKIT_EXPORT int32_t zqippiRotate_8u_C3R(const uint8_t* src, FrameKitSize src_size,
+                                            int32_t src_step, const FrameKitRegion* src_roi,
+                                            uint8_t* dst, int32_t dst_step,
+                                            const FrameKitRegion* dst_roi, double angle,
+                                            double x_shift, double y_shift,
+                                            int32_t interpolation) FRAMEKIT_NOEXCEPT;
 
 /* ---- Timing probe ------------------------------------------------------------------------ */
 

@@ -6,7 +6,7 @@
 
 #include "effects/effects.h"
 #include "effects/random.h"
-#include "effects/trig.h"
+#include "primitives/core/trig.h"
 #include "primitives/core/wrap.h"
 
 namespace framekit::effects {
@@ -43,10 +43,10 @@ void Marble(uint8_t* frame, int32_t width, int32_t height, double scale, int32_t
   Owned<double> sx(static_cast<double*>(std::malloc(sizeof(double) * static_cast<size_t>(width))));
   if (!image || !sx) return;
   for (int32_t x = 0; x < width; ++x) {
-    sx[x] = -(Sin(static_cast<double>(x % period) / scale) * scale);
+    sx[x] = -(prim::Sin(static_cast<double>(x % period) / scale) * scale);
   }
   for (int32_t y = 0; y < height; ++y) {
-    const double cy = Cos(static_cast<double>(y % period) / scale) * scale;
+    const double cy = prim::Cos(static_cast<double>(y % period) / scale) * scale;
     for (int32_t x = 0; x < width; ++x) {
       const int64_t tx = MarbleIndex(static_cast<double>(x) + sx[x] + cy);
       const int64_t ty = MarbleIndex(static_cast<double>(y) + cy + sx[x]);

@@ -6,7 +6,7 @@
 
 #include "effects/effect_test_support.h"
 #include "effects/random.h"
-#include "effects/trig.h"
+#include "primitives/core/trig.h"
 #include "framekit/framekit.h"
 #include "support/random_frame.h"
 
@@ -31,12 +31,12 @@ TEST(Trig, CorrectlyRoundedPointsAndThePlatformsSineAndCosine) {
                 {-2.5, -0.5984721441039565, -0.8011436155469337},
                 {100000.25, -0.21260836606769953, -0.9771374942545307}};
   for (const auto& p : points) {
-    EXPECT_NEAR(effects::Sin(p.x), p.sin, std::fabs(p.sin) * 2.3e-16) << p.x;
-    EXPECT_NEAR(effects::Cos(p.x), p.cos, std::fabs(p.cos) * 2.3e-16) << p.x;
+    EXPECT_NEAR(prim::Sin(p.x), p.sin, std::fabs(p.sin) * 2.3e-16) << p.x;
+    EXPECT_NEAR(prim::Cos(p.x), p.cos, std::fabs(p.cos) * 2.3e-16) << p.x;
   }
-  EXPECT_EQ(effects::Sin(0.0), 0.0);
-  EXPECT_EQ(effects::Cos(0.0), 1.0);
-  EXPECT_TRUE(std::isnan(effects::Sin(INFINITY)) && std::isnan(effects::Cos(NAN)));
+  EXPECT_EQ(prim::Sin(0.0), 0.0);
+  EXPECT_EQ(prim::Cos(0.0), 1.0);
+  EXPECT_TRUE(std::isnan(prim::Sin(INFINITY)) && std::isnan(prim::Cos(NAN)));
 #ifndef _WIN32
   Rng rng("effects/trig");
   auto ulps2 = [](double v) { return 2 * (std::nextafter(std::fabs(v), 2.0) - std::fabs(v)); };
@@ -44,8 +44,8 @@ TEST(Trig, CorrectlyRoundedPointsAndThePlatformsSineAndCosine) {
     const double mag = std::ldexp(1.0, rng.Uniform(-30, 19));
     const double x = mag * (static_cast<double>(rng.Next() >> 11) / 9007199254740992.0) *
                      (rng.OneIn(2) ? 1 : -1);
-    ASSERT_NEAR(effects::Sin(x), std::sin(x), ulps2(std::sin(x)) + 1e-300) << x;
-    ASSERT_NEAR(effects::Cos(x), std::cos(x), ulps2(std::cos(x)) + 1e-300) << x;
+    ASSERT_NEAR(prim::Sin(x), std::sin(x), ulps2(std::sin(x)) + 1e-300) << x;
+    ASSERT_NEAR(prim::Cos(x), std::cos(x), ulps2(std::cos(x)) + 1e-300) << x;
   }
 #endif
 }
@@ -59,9 +59,9 @@ Bytes MarbleModel(const Bytes& in, int32_t w, int32_t h, double s, int32_t t) {
     return static_cast<int64_t>(v - i > 0.5 ? i + 1 : i);
   };
   for (int32_t y = 0; y < h; ++y) {
-    const double cy = effects::Cos((y % t) / s) * s;
+    const double cy = prim::Cos((y % t) / s) * s;
     for (int32_t x = 0; x < w; ++x) {
-      const double sx = -(effects::Sin((x % t) / s) * s);
+      const double sx = -(prim::Sin((x % t) / s) * s);
       const int64_t tx = index(x + sx + cy), ty = index(y + cy + sx);
       if (tx < w && ty < h) std::memcpy(&out[3 * (ty * w + tx)], &in[3 * (y * w + x)], 3);
     }

@@ -1,9 +1,9 @@
-#include "effects/trig.h"
+#include "primitives/core/trig.h"
 
 #include <cstdint>
 #include <limits>
 
-namespace framekit::effects {
+namespace framekit::prim {
 namespace {
 
 // pi/2 in three parts of 33, 33 and 53 bits: k * part is exact for |k| < 2^20.
@@ -80,4 +80,4 @@ double Cos(double x) {
   }
 }
 
-}  // namespace framekit::effects
+}  // namespace framekit::prim
