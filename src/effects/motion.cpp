@@ -9,6 +9,8 @@
 #include "primitives/core/memory.h"
 #include "primitives/core/strides.h"
 #include "primitives/core/wrap.h"
+#include "primitives/mirror/mirror.h"
+#include "primitives/parity/parity.h"
 #include "primitives/resize/resize.h"
 
 namespace framekit::effects {
@@ -99,20 +101,14 @@ void ShakeDown(uint8_t* frame, int32_t width, int32_t height, int32_t divisor) {
   if (frame == nullptr || divisor == 0 || width < 1) return;
   const int32_t shift = WrapDiv(height, divisor);
   if (shift <= 0 || shift >= height) return;  // nothing moves (or it would leave the frame)
+  // Even columns up by `shift` rows (rows in increasing order), odd columns down (rows in
+  // decreasing order, as a negative step); the rows each move vacates keep what they held.
+  const int32_t step = WrapMul(3, width);
   const size_t row = size_t{3} * static_cast<size_t>(width);
   auto at = [&](int32_t y) { return frame + row * static_cast<size_t>(y); };
-  // Even columns up by `shift` rows (rows increasing), odd columns down (rows decreasing); the
-  // rows each move vacates keep what they held.
-  for (int32_t y = shift; y < height; ++y) {
-    const uint8_t* in = at(y);
-    uint8_t* out = at(y - shift);
-    for (int32_t x = 0; x < width; x += 2) std::memcpy(out + 3 * x, in + 3 * x, 3);
-  }
-  for (int32_t y = height - shift - 1; y >= 0; --y) {
-    const uint8_t* in = at(y);
-    uint8_t* out = at(y + shift);
-    for (int32_t x = 1; x < width; x += 2) std::memcpy(out + 3 * x, in + 3 * x, 3);
-  }
+  const prim::Size moved{width, height - shift};
+  prim::CopyParity_8u_C3R(at(shift), step, at(0), step, moved, 0);
+  prim::CopyParity_8u_C3R(at(height - shift - 1), -step, at(height - 1), -step, moved, 1);
 }
 
 void MirrorDown(uint8_t* frame, int32_t width, int32_t height) {
@@ -127,10 +123,19 @@ void MirrorDown(uint8_t* frame, int32_t width, int32_t height) {
 
 void MirrorRight(uint8_t* frame, int32_t width, int32_t height) {
   if (frame == nullptr || width < 1 || height < 1) return;
+  // Pixel width - 1 - i takes pixel i for i up to width / 2: the right half becomes the left half
+  // reversed (the last step, and a middle pixel, change nothing). The left half is copied across
+  // and then reversed in place by the mirror primitive.
+  const int32_t half = width / 2;
+  if (half < 1) return;
   const size_t row = size_t{3} * static_cast<size_t>(width);
+  uint8_t* right = frame + size_t{3} * static_cast<size_t>(width - half);
   for (int32_t y = 0; y < height; ++y) {
-    uint8_t* p = frame + row * static_cast<size_t>(y);
-    for (int32_t i = 0; i <= width / 2; ++i) std::memmove(p + 3 * (width - 1 - i), p + 3 * i, 3);
+    std::memcpy(right + row * static_cast<size_t>(y), frame + row * static_cast<size_t>(y),
+                size_t{3} * static_cast<size_t>(half));
+  }
+  if (half > 1) {
+    prim::ippiMirror_8u_C3IR(right, static_cast<int32_t>(row), {half, height}, prim::kAxisVertical);
   }
 }
 
