@@ -72,8 +72,10 @@ TEST(Pan, CropMovesWithTime) {
                               {0, 0, 100, 100}, prim::kResizeCubic, {&buffer, &held});
   prim::ippiFree(buffer);
   EXPECT_EQ(frame, expected);
-  // At the start: the whole frame resized onto itself, which changes nothing.
+  // At the start: the whole frame resized onto itself, which changes nothing. (Size 0 again: a
+  // non-zero size with no buffer would have the call allocate one the caller cannot free.)
   frame = original;
+  size = 0;
   EffectPan(frame.data(), 100, 100, scratch.data(), nullptr, 0, 0, 100, 100, 50, 50, 50, 50, 10, 20,
             10, nullptr, &size);
   EXPECT_EQ(frame, original);
