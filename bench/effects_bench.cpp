@@ -104,6 +104,20 @@ void RegisterEffectBenchmarks() {
                  [](uint8_t* f, int32_t w, int32_t h, uint8_t*) { EffectLightness(f, w, h, 16); });
   RegisterEffect("EffectDarkness",
                  [](uint8_t* f, int32_t w, int32_t h, uint8_t*) { EffectDarkness(f, w, h, 16); });
+  // The fade applies the general darkness pass whatever the width: its yardstick is that pass
+  // (EffectDarkness on a width that is not a multiple of 4, two pixels narrower).
+  RegisterEffect("EffectDarknessGeneral", [](uint8_t* f, int32_t w, int32_t h, uint8_t*) {
+    EffectDarkness(f, w - 2, h, 64);
+  });
+  RegisterEffect("EffectFadeInOut", [](uint8_t* f, int32_t w, int32_t h, uint8_t*) {
+    EffectFadeInOut(f, w - 2, h, 0, 4, 1, 0);  // amount trunc(0.25 * 255) = 63
+  });
+  RegisterEffect("EffectShakeDown",
+                 [](uint8_t* f, int32_t w, int32_t h, uint8_t*) { EffectShakeDown(f, w, h, 12); });
+  RegisterEffect("EffectMirrorDown",
+                 [](uint8_t* f, int32_t w, int32_t h, uint8_t*) { EffectMirrorDown(f, w, h); });
+  RegisterEffect("EffectMirrorRight",
+                 [](uint8_t* f, int32_t w, int32_t h, uint8_t*) { EffectMirrorRight(f, w, h); });
   RegisterEffect("EffectContrast",
                  [](uint8_t* f, int32_t w, int32_t h, uint8_t*) { EffectContrast(f, w, h, 20); });
   RegisterEffect("EffectSaturation", [](uint8_t* f, int32_t w, int32_t h, uint8_t*) {

@@ -439,6 +439,52 @@ FRAMEKIT_EXPORT void EffectBlurEx(uint8_t* frame, int32_t width, int32_t height,
 FRAMEKIT_EXPORT void EffectSharpen(uint8_t* frame, int32_t width, int32_t height,
                                    uint8_t* scratch) FRAMEKIT_NOEXCEPT;
 
+/* ---- Motion and transition effects ------------------------------------------------------ */
+/* RGB24 frames of packed rows (3 * width bytes), changed in place; nothing is returned.
+ *
+ * EffectZoom: zoom_x and zoom_y both exactly 1.0, or a null scratch, do nothing. Otherwise the
+ * crop of trunc(width / zoom_x) x trunc(height / zoom_y) pixels whose corner is the spare width
+ * (height) halved plus centre_x (centre_y), clamped to 0 .. spare and multiplied by the zoom
+ * twice (the resize divides it by the scale once: the picture moves by offset * zoom pixels), is
+ * resized (cubic) onto the whole scratch frame, which is cleared first (3 * width * height
+ * bytes) and then copied over the frame. buffer and *buffer_size are a work-buffer cache as for
+ * ResizeRGB24, except that buffer is passed by value: the caller's pointer is never updated,
+ * the size may be; when *buffer_size is 0 on entry the buffer held at the end is released, so a
+ * call without a cached buffer leaves nothing allocated. The resize works on aligned rows: for
+ * widths whose 3 * width is not a multiple of 4 the frame's bytes are read as rows of the
+ * aligned stride (zeros past the frame) and the first 3 * width * height bytes of the aligned
+ * result are what the scratch frame, and then the frame, receive (a sheared picture); nothing
+ * outside the frame and the scratch is read or written.
+ * EffectPan: the same with the crop moving from the start rectangle to the end one as time goes
+ * from start_time to end_time (any unit; progress not clamped; widths and heights clamped to the
+ * frame's); the fifth argument is ignored. Equal times give a meaningless crop, not a crash.
+ * EffectShakeDown: shift = height / divisor; even columns move shift rows toward row 0, odd
+ * columns shift rows away, the vacated rows keeping their content. A divisor of 0, or a shift
+ * of 0, height or below 0, changes nothing.
+ * EffectMirrorDown: the top half of the rows reflected onto the bottom half.
+ * EffectMirrorRight: the left half of each row reflected onto the right half.
+ * EffectFadeInOut: amount = trunc(p * 255) (fade_in 0: darker as time goes on) or
+ * trunc((1 - p) * 255), p = (current - start) / (end - start), applied by the general darkness
+ * pass whatever the width (EffectDarkness for widths that are not multiples of 4). */
+FRAMEKIT_EXPORT void EffectZoom(uint8_t* frame, int32_t width, int32_t height, uint8_t* scratch,
+                                double zoom_x, double zoom_y, int32_t centre_x, int32_t centre_y,
+                                uint8_t* buffer, int32_t* buffer_size) FRAMEKIT_NOEXCEPT;
+FRAMEKIT_EXPORT void EffectPan(uint8_t* frame, int32_t width, int32_t height, uint8_t* scratch,
+                               void* unused, int32_t start_x, int32_t start_y,
+                               int32_t start_width, int32_t start_height, int32_t end_x,
+                               int32_t end_y, int32_t end_width, int32_t end_height,
+                               int64_t start_time, int64_t end_time, int64_t current_time,
+                               uint8_t* buffer, int32_t* buffer_size) FRAMEKIT_NOEXCEPT;
+FRAMEKIT_EXPORT void EffectShakeDown(uint8_t* frame, int32_t width, int32_t height,
+                                     int32_t divisor) FRAMEKIT_NOEXCEPT;
+FRAMEKIT_EXPORT void EffectMirrorDown(uint8_t* frame, int32_t width,
+                                      int32_t height) FRAMEKIT_NOEXCEPT;
+FRAMEKIT_EXPORT void EffectMirrorRight(uint8_t* frame, int32_t width,
+                                       int32_t height) FRAMEKIT_NOEXCEPT;
+FRAMEKIT_EXPORT void EffectFadeInOut(uint8_t* frame, int32_t width, int32_t height,
+                                     int64_t start_time, int64_t end_time, int64_t current_time,
+                                     int32_t fade_in) FRAMEKIT_NOEXCEPT;
+
 /* ---- Resize ------------------------------------------------------------------------------ */
 /* Whole frames scaled by the resize primitive (centred sample positions, edge samples repeated,
  * 14-bit fixed-point weights; the same bytes on every processor and platform).

@@ -90,6 +90,34 @@ void EffectSharpen(uint8_t* frame, int32_t width, int32_t height, uint8_t* scrat
   fx::Sharpen(frame, width, height, scratch);
 }
 
+void EffectZoom(uint8_t* frame, int32_t width, int32_t height, uint8_t* scratch, double zoom_x,
+                double zoom_y, int32_t centre_x, int32_t centre_y, uint8_t* buffer,
+                int32_t* buffer_size) noexcept {
+  fx::Zoom(frame, width, height, scratch, zoom_x, zoom_y, centre_x, centre_y, buffer, buffer_size);
+}
+void EffectPan(uint8_t* frame, int32_t width, int32_t height, uint8_t* scratch, void* /*unused*/,
+               int32_t start_x, int32_t start_y, int32_t start_width, int32_t start_height,
+               int32_t end_x, int32_t end_y, int32_t end_width, int32_t end_height,
+               int64_t start_time, int64_t end_time, int64_t current_time, uint8_t* buffer,
+               int32_t* buffer_size) noexcept {
+  fx::Pan(frame, width, height, scratch, {start_x, start_y, start_width, start_height},
+          {end_x, end_y, end_width, end_height}, start_time, end_time, current_time, buffer,
+          buffer_size);
+}
+void EffectShakeDown(uint8_t* frame, int32_t width, int32_t height, int32_t divisor) noexcept {
+  fx::ShakeDown(frame, width, height, divisor);
+}
+void EffectMirrorDown(uint8_t* frame, int32_t width, int32_t height) noexcept {
+  fx::MirrorDown(frame, width, height);
+}
+void EffectMirrorRight(uint8_t* frame, int32_t width, int32_t height) noexcept {
+  fx::MirrorRight(frame, width, height);
+}
+void EffectFadeInOut(uint8_t* frame, int32_t width, int32_t height, int64_t start_time,
+                     int64_t end_time, int64_t current_time, int32_t fade_in) noexcept {
+  fx::FadeInOut(frame, width, height, start_time, end_time, current_time, fade_in);
+}
+
 int32_t PerfTest(uint8_t* frame, int32_t width, int32_t height, int32_t level) noexcept {
   return fx::PerfTest(frame, width, height, level);
 }

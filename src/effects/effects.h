@@ -52,8 +52,28 @@ void BlurEx(uint8_t* frame, int32_t width, int32_t height, int32_t kernel, int32
             int32_t flag_b, uint8_t* scratch, int32_t scratch_size);
 void Sharpen(uint8_t* frame, int32_t width, int32_t height, uint8_t* scratch);
 
-// The general (row-by-row) lightness pass, whatever the width: what PerfTest repeats.
+// The general (row-by-row) lightness and darkness passes, whatever the width: what PerfTest
+// repeats, and what the fade applies.
 void LightnessRows(uint8_t* frame, int32_t width, int32_t height, int32_t amount);
+void DarknessRows(uint8_t* frame, int32_t width, int32_t height, int32_t amount);
+
+// Motion and transition effects (motion.cpp), packed rows of 3 * width bytes. Zoom and pan
+// resize a crop of the frame onto the whole scratch frame (cubic, through the caller's
+// work-buffer cache: `buffer` by value, *size read once on entry; a buffer held at the end
+// while that size was 0 is released) and copy the scratch back over the frame.
+void Zoom(uint8_t* frame, int32_t width, int32_t height, uint8_t* scratch, double zoom_x,
+          double zoom_y, int32_t centre_x, int32_t centre_y, uint8_t* buffer, int32_t* size);
+struct PanRect {
+  int32_t x, y, width, height;
+};
+void Pan(uint8_t* frame, int32_t width, int32_t height, uint8_t* scratch, const PanRect& from,
+         const PanRect& to, int64_t start, int64_t end, int64_t now, uint8_t* buffer,
+         int32_t* size);
+void ShakeDown(uint8_t* frame, int32_t width, int32_t height, int32_t divisor);
+void MirrorDown(uint8_t* frame, int32_t width, int32_t height);
+void MirrorRight(uint8_t* frame, int32_t width, int32_t height);
+void FadeInOut(uint8_t* frame, int32_t width, int32_t height, int64_t start, int64_t end,
+               int64_t now, int32_t fade_in);
 
 // Runs the general lightness pass 50 times between two readings of the platform's counter and
 // returns the last reading (nonzero). Nothing of the measurement is kept.

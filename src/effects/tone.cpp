@@ -41,20 +41,21 @@ void Lightness(uint8_t* frame, int32_t width, int32_t height, int32_t amount) {
   }
 }
 
-void Darkness(uint8_t* frame, int32_t width, int32_t height, int32_t amount) {
-  if (amount <= 0) return;
+void DarknessRows(uint8_t* frame, int32_t width, int32_t height, int32_t amount) {
+  if (amount <= 0 || height < 1) return;
   const int32_t level = ClampLevel(amount);
-  if (FastPath(width)) {
-    prim::Size row;
-    if (AsOneRow(width, height, &row)) {
-      prim::DarknessBlocks(frame, PackedStride(row.width, 3), row, level);
-    }
-    return;
-  }
-  if (height < 1) return;
   uint8_t table[256];
   for (int v = 0; v < 256; ++v) table[v] = tone::DarknessTruncByte(static_cast<uint8_t>(v), level);
   ApplyTable(frame, RowBytes(width, height), table);
+}
+
+void Darkness(uint8_t* frame, int32_t width, int32_t height, int32_t amount) {
+  if (amount <= 0) return;
+  if (!FastPath(width)) return DarknessRows(frame, width, height, amount);
+  prim::Size row;
+  if (AsOneRow(width, height, &row)) {
+    prim::DarknessBlocks(frame, PackedStride(row.width, 3), row, ClampLevel(amount));
+  }
 }
 
 // Both paths are pixel-count walkers here.
