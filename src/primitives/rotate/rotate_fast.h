@@ -12,43 +12,6 @@
 
 namespace framekit::prim::rotate {
 
-// One destination pixel from the source point (u, v), taps clamped to the region: the
-// reference's arithmetic. The caller has checked that the point is inside.
-template <int C>
-static inline void Sample(const uint8_t* src, int32_t step, const Plan& p, const CubicTable& cubic,
-                          int64_t u, int64_t v, uint8_t* px) {
-  const int64_t left = p.src.x, right = left + p.src.width - 1;
-  const int64_t top = p.src.y, bottom = top + p.src.height - 1;
-  auto at = [&](int64_t i, int64_t j) {
-    return RowAt(src, step, resize::Clamp(j, top, bottom)) + C * resize::Clamp(i, left, right);
-  };
-  const int64_t i = u >> 32, j = v >> 32;
-  const auto fx = static_cast<int32_t>((u >> 24) & 255), fy = static_cast<int32_t>((v >> 24) & 255);
-  if (p.code == 1) {
-    const uint8_t* s = at((u + (int64_t{1} << 31)) >> 32, (v + (int64_t{1} << 31)) >> 32);
-    for (int c = 0; c < C; ++c) px[c] = s[c];
-  } else if (p.code == 2) {
-    const uint8_t *p00 = at(i, j), *p01 = at(i + 1, j), *p10 = at(i, j + 1),
-                  *p11 = at(i + 1, j + 1);
-    for (int c = 0; c < C; ++c) {
-      const int32_t upper = p00[c] * (256 - fx) + p01[c] * fx;
-      const int32_t lower = p10[c] * (256 - fx) + p11[c] * fx;
-      px[c] = static_cast<uint8_t>((upper * (256 - fy) + lower * fy + 32768) >> 16);
-    }
-  } else {
-    for (int c = 0; c < C; ++c) {
-      int32_t sum = 0;
-      for (int b = 0; b < 4; ++b) {
-        int32_t h = 0;
-        for (int a = 0; a < 4; ++a) h += cubic.w[fx][a] * at(i - 1 + a, j - 1 + b)[c];
-        sum += cubic.w[fy][b] * ((h + 128) >> 8);
-      }
-      const int32_t value = (sum + (1 << 19)) >> 20;
-      px[c] = static_cast<uint8_t>(value < 0 ? 0 : (value > 255 ? 255 : value));
-    }
-  }
-}
-
 // Narrows [*from, *to) to the k for which lo <= a + k d < hi (never widens it; empty as
 // from == to): estimated in doubles, then trimmed until both ends hold exactly (the positions
 // are linear in k, so every k between holds too).

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 
+#include "primitives/core/rows.h"
 #include "primitives/core/types.h"
 #include "primitives/resize/resize_kernels.h"
 #include "primitives/rotate/rotate.h"
@@ -154,28 +155,53 @@ static bool TurnWholePixels(const uint8_t* src, int32_t src_step, uint8_t* dst, 
 }
 
 // Cubic weights for each 8-bit fraction f: taps at -1, 0, 1, 2 from the sample's floor, 14-bit,
-// summing to 1 << 14 (the rounding remainder on the heaviest), the resize's code-4 polynomial.
+// summing to 1 << 14 (the rounding remainder on the heaviest): the resize's code-4 weights.
 struct CubicTable {
   int16_t w[256][4];
 };
 
 static inline void FillCubic(CubicTable* table) {
+  // The resize's weights of a destination coordinate whose centre falls f / 256 past a source
+  // pixel (factor 1, the shift moving it there): taps from that pixel's left neighbour on.
   for (int f = 0; f < 256; ++f) {
-    const double at = f / 256.0;
-    double v[4], total = 0;
-    int heaviest = 0;
-    for (int t = 0; t < 4; ++t) {
-      v[t] = resize::Kernel(4, resize::Abs(t - 1 - at));
-      total += v[t];
-      if (resize::Abs(v[t]) > resize::Abs(v[heaviest])) heaviest = t;
+    resize::CoordinateWeights(4, 4, 1.0, -f / 256.0, 0, 4, table->w[f]);
+  }
+}
+
+// One destination pixel from the source point (u, v), taps clamped to the region: what the
+// reference does for every pixel. The caller has checked that the point is inside.
+template <int C>
+static inline void Sample(const uint8_t* src, int32_t step, const Plan& p, const CubicTable& cubic,
+                          int64_t u, int64_t v, uint8_t* px) {
+  const int64_t left = p.src.x, right = left + p.src.width - 1;
+  const int64_t top = p.src.y, bottom = top + p.src.height - 1;
+  auto at = [&](int64_t i, int64_t j) {
+    return RowAt(src, step, resize::Clamp(j, top, bottom)) + C * resize::Clamp(i, left, right);
+  };
+  const int64_t i = u >> 32, j = v >> 32;
+  const auto fx = static_cast<int32_t>((u >> 24) & 255), fy = static_cast<int32_t>((v >> 24) & 255);
+  if (p.code == 1) {
+    const uint8_t* s = at((u + (int64_t{1} << 31)) >> 32, (v + (int64_t{1} << 31)) >> 32);
+    for (int c = 0; c < C; ++c) px[c] = s[c];
+  } else if (p.code == 2) {
+    const uint8_t *p00 = at(i, j), *p01 = at(i + 1, j), *p10 = at(i, j + 1),
+                  *p11 = at(i + 1, j + 1);
+    for (int c = 0; c < C; ++c) {
+      const int32_t upper = p00[c] * (256 - fx) + p01[c] * fx;
+      const int32_t lower = p10[c] * (256 - fx) + p11[c] * fx;
+      px[c] = static_cast<uint8_t>((upper * (256 - fy) + lower * fy + 32768) >> 16);
     }
-    int32_t sum = 0;
-    for (int t = 0; t < 4; ++t) {
-      const auto q = static_cast<int32_t>(resize::Floor(v[t] / total * 16384.0 + 0.5));
-      table->w[f][t] = static_cast<int16_t>(q);
-      sum += q;
+  } else {
+    for (int c = 0; c < C; ++c) {
+      int32_t sum = 0;
+      for (int b = 0; b < 4; ++b) {
+        int32_t h = 0;
+        for (int a = 0; a < 4; ++a) h += cubic.w[fx][a] * at(i - 1 + a, j - 1 + b)[c];
+        sum += cubic.w[fy][b] * ((h + 128) >> 8);
+      }
+      const int32_t value = (sum + (1 << 19)) >> 20;
+      px[c] = static_cast<uint8_t>(value < 0 ? 0 : (value > 255 ? 255 : value));
     }
-    table->w[f][heaviest] = static_cast<int16_t>(table->w[f][heaviest] + 16384 - sum);
   }
 }
 
