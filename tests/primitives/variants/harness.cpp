@@ -246,6 +246,9 @@ struct CallBuffers {
       if (static_cast<int>(i) == aliased) continue;
       GuardedImage& image = images[i].emplace(c.layouts[i]);
       image.FillRandom(rng);
+      if (arg.levels < 256) {
+        for (uint8_t& v : image.bytes()) v = static_cast<uint8_t>(v % arg.levels);
+      }
       initial[i] = image.Snapshot();
       const bool read_only = arg.access == Access::kRead && static_cast<int>(i) != alias_source;
       if (read_only) image.SetReadOnly(true);

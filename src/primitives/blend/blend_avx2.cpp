@@ -1,0 +1,164 @@
+// Overlay blends, AVX2 level: the SSSE3 bodies' arithmetic on 32-byte vectors (in-lane unpacks
+// and packs keep the byte order). The 4-byte source over a 3-byte destination still takes 16
+// pixels a step, two groups of four in each vector.
+#include <immintrin.h>
+
+#include "primitives/blend/blend.h"
+#include "primitives/core/rows.h"
+
+namespace framekit::prim::avx2 {
+namespace {
+
+inline __m256i Load(const uint8_t* p) {
+  return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
+}
+inline void Store(uint8_t* p, __m256i v) { _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), v); }
+inline __m128i Load128(const uint8_t* p) {
+  return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+}
+inline void Store128(uint8_t* p, __m128i v) { _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v); }
+
+// c + RoundHalfEven((s - c) f / 256) in 16-bit lanes (see blend_ssse3.cpp).
+inline __m256i Blend16(__m256i c, __m256i s, __m256i f) {
+  const __m256i u = _mm256_add_epi16(
+      _mm256_mullo_epi16(c, _mm256_sub_epi16(_mm256_set1_epi16(256), f)), _mm256_mullo_epi16(s, f));
+  const __m256i odd =
+      _mm256_and_si256(_mm256_xor_si256(_mm256_srli_epi16(u, 8), c), _mm256_set1_epi16(1));
+  return _mm256_srli_epi16(_mm256_add_epi16(_mm256_add_epi16(u, _mm256_set1_epi16(127)), odd), 8);
+}
+
+inline __m256i Div255x(__m256i x) {
+  return _mm256_srli_epi16(
+      _mm256_add_epi16(_mm256_add_epi16(x, _mm256_srli_epi16(x, 8)), _mm256_set1_epi16(1)), 8);
+}
+
+inline __m256i Over16(__m256i a, __m256i b, __m256i alpha_a, __m256i alpha_b) {
+  const __m256i first = Div255x(_mm256_mullo_epi16(a, alpha_a));
+  const __m256i second = Div255x(_mm256_mullo_epi16(
+      Div255x(_mm256_mullo_epi16(b, alpha_b)), _mm256_sub_epi16(_mm256_set1_epi16(255), alpha_a)));
+  return _mm256_add_epi16(first, second);
+}
+
+}  // namespace
+
+Status BlendAlpha_8u_AC4C3R(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_step,
+                            Size roi, int32_t scale) {
+  if (const Status s = CheckBlend(src, dst, roi, scale); s != ippStsNoErr) return s;
+  const __m256i zero = _mm256_setzero_si256();
+  const __m256i factor = _mm256_set1_epi16(static_cast<int16_t>(scale));
+  // Low lane: destination pixels 0-3 loaded at offset 0; high lane: pixels 4-7 loaded at offset
+  // 8 (bytes 4-15). Both spread to 4-byte pixels.
+  const __m256i spread = _mm256_setr_epi8(0, 1, 2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11, -1,  //
+                                          4, 5, 6, -1, 7, 8, 9, -1, 10, 11, 12, -1, 13, 14, 15, -1);
+  const __m256i alpha =
+      _mm256_setr_epi8(3, 3, 3, -1, 7, 7, 7, -1, 11, 11, 11, -1, 15, 15, 15, -1,  //
+                       3, 3, 3, -1, 7, 7, 7, -1, 11, 11, 11, -1, 15, 15, 15, -1);
+  const __m256i pack = _mm256_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1,  //
+                                        0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1);
+  const int64_t width = roi.width;
+  for (int64_t y = 0; y < roi.height; ++y) {
+    const uint8_t* in = RowAt(src, src_step, y);
+    uint8_t* out = RowAt(dst, dst_step, y);
+    int64_t x = 0;
+    for (; x + 16 <= width; x += 16) {
+      uint8_t* d = out + 3 * x;
+      __m128i r[4];
+      for (int k = 0; k < 2; ++k) {
+        const __m256i loaded = _mm256_inserti128_si256(_mm256_castsi128_si256(Load128(d + 24 * k)),
+                                                       Load128(d + 24 * k + 8), 1);
+        const __m256i c = _mm256_shuffle_epi8(loaded, spread);
+        const __m256i s = Load(in + 4 * x + 32 * k);
+        const __m256i a = _mm256_shuffle_epi8(s, alpha);
+        const __m256i a_lo =
+            _mm256_srli_epi16(_mm256_mullo_epi16(_mm256_unpacklo_epi8(a, zero), factor), 8);
+        const __m256i a_hi =
+            _mm256_srli_epi16(_mm256_mullo_epi16(_mm256_unpackhi_epi8(a, zero), factor), 8);
+        const __m256i lo =
+            Blend16(_mm256_unpacklo_epi8(c, zero), _mm256_unpacklo_epi8(s, zero), a_lo);
+        const __m256i hi =
+            Blend16(_mm256_unpackhi_epi8(c, zero), _mm256_unpackhi_epi8(s, zero), a_hi);
+        const __m256i packed = _mm256_shuffle_epi8(_mm256_packus_epi16(lo, hi), pack);
+        r[2 * k] = _mm256_castsi256_si128(packed);
+        r[2 * k + 1] = _mm256_extracti128_si256(packed, 1);
+      }
+      Store128(d, _mm_or_si128(r[0], _mm_slli_si128(r[1], 12)));
+      Store128(d + 16, _mm_or_si128(_mm_srli_si128(r[1], 4), _mm_slli_si128(r[2], 8)));
+      Store128(d + 32, _mm_or_si128(_mm_srli_si128(r[2], 8), _mm_slli_si128(r[3], 4)));
+    }
+    for (; x < width; ++x) BlendAlphaPixel(in + 4 * x, out + 3 * x, scale);
+  }
+  return ippStsNoErr;
+}
+
+Status BlendConst_8u_C3R(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_step,
+                         Size roi, int32_t t) {
+  if (const Status s = CheckBlend(src, dst, roi, t); s != ippStsNoErr) return s;
+  const __m256i zero = _mm256_setzero_si256();
+  const __m256i factor = _mm256_set1_epi16(static_cast<int16_t>(t));
+  const int64_t bytes = 3 * int64_t{roi.width};
+  for (int64_t y = 0; y < roi.height; ++y) {
+    const uint8_t* in = RowAt(src, src_step, y);
+    uint8_t* out = RowAt(dst, dst_step, y);
+    int64_t i = 0;
+    for (; i + 32 <= bytes; i += 32) {
+      const __m256i c = Load(out + i), s = Load(in + i);
+      const __m256i lo =
+          Blend16(_mm256_unpacklo_epi8(c, zero), _mm256_unpacklo_epi8(s, zero), factor);
+      const __m256i hi =
+          Blend16(_mm256_unpackhi_epi8(c, zero), _mm256_unpackhi_epi8(s, zero), factor);
+      Store(out + i, _mm256_packus_epi16(lo, hi));
+    }
+    for (; i < bytes; ++i) out[i] = RoundBlend(out[i], in[i], t);
+  }
+  return ippStsNoErr;
+}
+
+Status AlphaShift_8u_AC4IR(uint8_t* p, int32_t step, Size roi, int32_t delta) {
+  if (const Status s = CheckOne(p, roi); s != ippStsNoErr) return s;
+  const __m256i low =
+      _mm256_set1_epi32(static_cast<int32_t>(static_cast<uint32_t>(delta & 0xFF) << 24));
+  const int64_t block = AlphaShiftBlockPixels(roi.width);
+  for (int64_t y = 0; y < roi.height; ++y) {
+    uint8_t* row = RowAt(p, step, y);
+    for (int64_t i = 0; i < 4 * block; i += 32)
+      Store(row + i, _mm256_subs_epu8(Load(row + i), low));
+    for (int64_t x = block; x < roi.width; ++x) {
+      row[4 * x + 3] = ShiftAlphaClamped(row[4 * x + 3], delta);
+    }
+  }
+  return ippStsNoErr;
+}
+
+Status ippiAlphaComp_8u_AC4R(const uint8_t* src1, int32_t src1_step, const uint8_t* src2,
+                             int32_t src2_step, uint8_t* dst, int32_t dst_step, Size roi,
+                             int32_t alpha_type) {
+  if (const Status s = CheckAlphaComp(src1, src2, dst, roi, alpha_type); s != ippStsNoErr) {
+    return s;
+  }
+  // Byte 3 of both pixels read as 255: the colour formula then gives the alpha formula.
+  const __m256i zero = _mm256_setzero_si256();
+  const __m256i opaque = _mm256_set1_epi32(static_cast<int32_t>(0xFF000000u));
+  const __m256i alpha = _mm256_setr_epi8(3, 3, 3, 3, 7, 7, 7, 7, 11, 11, 11, 11, 15, 15, 15, 15,  //
+                                         3, 3, 3, 3, 7, 7, 7, 7, 11, 11, 11, 11, 15, 15, 15, 15);
+  const int64_t width = roi.width;
+  for (int64_t y = 0; y < roi.height; ++y) {
+    const uint8_t* a = RowAt(src1, src1_step, y);
+    const uint8_t* b = RowAt(src2, src2_step, y);
+    uint8_t* out = RowAt(dst, dst_step, y);
+    int64_t x = 0;
+    for (; x + 8 <= width; x += 8) {
+      const __m256i pa = Load(a + 4 * x), pb = Load(b + 4 * x);
+      const __m256i ca = _mm256_or_si256(pa, opaque), cb = _mm256_or_si256(pb, opaque);
+      const __m256i aa = _mm256_shuffle_epi8(pa, alpha), ab = _mm256_shuffle_epi8(pb, alpha);
+      const __m256i lo = Over16(_mm256_unpacklo_epi8(ca, zero), _mm256_unpacklo_epi8(cb, zero),
+                                _mm256_unpacklo_epi8(aa, zero), _mm256_unpacklo_epi8(ab, zero));
+      const __m256i hi = Over16(_mm256_unpackhi_epi8(ca, zero), _mm256_unpackhi_epi8(cb, zero),
+                                _mm256_unpackhi_epi8(aa, zero), _mm256_unpackhi_epi8(ab, zero));
+      Store(out + 4 * x, _mm256_packus_epi16(lo, hi));
+    }
+    for (; x < width; ++x) CompositeOverPixel(a + 4 * x, b + 4 * x, out + 4 * x);
+  }
+  return ippStsNoErr;
+}
+
+}  // namespace framekit::prim::avx2
