@@ -18,7 +18,7 @@ struct BlendAlphaDriver {
 struct BlendConstDriver {
   PrimitiveShape Shape() const {
     return {.images = {{"src", 3, Access::kRead}, {"dst", 3, Access::kReadWrite}},
-            .modes = {128, 255, 200, 1, 0}};
+            .modes = {100, 255, 128, 1, 0, 256}};
   }
   prim::Status Call(prim::BlendFn fn, const CallArgs& a) const {
     return fn(a.image[0], a.step[0], a.image[1], a.step[1], a.roi, a.axis);
