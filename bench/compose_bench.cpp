@@ -1,7 +1,9 @@
 // Overlay, keying and motion detection on 1920x1080 frames beside their yardsticks:
 //   alpha_RGB32onRGB24  Draw_RGB32OnRGB24 (a whole-frame overlay, widths multiples of 4) against
-//                       the same formula as a plain loop built with -O3 -march=native, libyuv's
-//                       ARGBBlend (onto a 4-byte frame) and OpenCV's blendLinear (float weights).
+//                       the same formula as a plain loop built with -O3 -march=native, libyuv
+//                       (RGB24ToARGB, ARGBBlend, ARGBToRGB24: it blends onto 4-byte frames only;
+//                       alpha_RGB32onRGB32_only times its blend alone) and OpenCV's blendLinear
+//                       (float weights).
 //   transp_RGB24        Draw_RGB24OnRGB24_Transp (t = 100) against libyuv's InterpolatePlane
 //                       over the same bytes (fraction 100).
 //   compare, colorkey   MotionDetectionCompareImages (luminance) and ColorKeyRGB24 against
@@ -81,7 +83,14 @@ void RegisterComposeBenchmarks() {
            [=](Frames& f) { Draw_RGB32OnRGB24(f.rgb32.get(), w, h, f.rgb24.get(), w, h, 0, 0); });
   Register("alpha_RGB32onRGB24", "plain_native",
            [](Frames& f) { PlainAlphaBlend(f.rgb32.get(), f.rgb24.get(), kPixels); });
+  // libyuv blends onto 4-byte frames only: on these frames that is the destination widened,
+  // blended and narrowed again. Its blend alone onto a 4-byte frame is listed beside, for scale.
   Register("alpha_RGB32onRGB24", "libyuv", [=](Frames& f) {
+    libyuv::RGB24ToARGB(f.rgb24.get(), 3 * w, f.out.get(), 4 * w, w, h);
+    libyuv::ARGBBlend(f.rgb32.get(), 4 * w, f.out.get(), 4 * w, f.out.get(), 4 * w, w, h);
+    libyuv::ARGBToRGB24(f.out.get(), 4 * w, f.rgb24.get(), 3 * w, w, h);
+  });
+  Register("alpha_RGB32onRGB32_only", "libyuv_ARGBBlend", [=](Frames& f) {
     libyuv::ARGBBlend(f.rgb32.get(), 4 * w, f.rgb32b.get(), 4 * w, f.rgb32b.get(), 4 * w, w, h);
   });
   Register("alpha_RGB32onRGB24", "opencv", [=](Frames& f) {

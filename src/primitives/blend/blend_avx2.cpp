@@ -41,51 +41,84 @@ inline __m256i Over16(__m256i a, __m256i b, __m256i alpha_a, __m256i alpha_b) {
 
 }  // namespace
 
+namespace {
+
+// Bytes 0-23 of the 96 that four vectors of eight 4-byte pixels give once each lane holds its
+// four pixels' 12 bytes (dwords 0-2 and 4-6): packed into three vectors with dword moves.
+inline void PackTwelves(const __m256i x[4], __m256i z[3]) {
+  const auto idx = [](int a, int b, int c, int d, int e, int f, int g, int h) {
+    return _mm256_setr_epi32(a, b, c, d, e, f, g, h);
+  };
+  z[0] = _mm256_blend_epi32(_mm256_permutevar8x32_epi32(x[0], idx(0, 1, 2, 4, 5, 6, 0, 0)),
+                            _mm256_permutevar8x32_epi32(x[1], idx(0, 0, 0, 0, 0, 0, 0, 1)), 0xC0);
+  z[1] = _mm256_blend_epi32(_mm256_permutevar8x32_epi32(x[1], idx(2, 4, 5, 6, 0, 0, 0, 0)),
+                            _mm256_permutevar8x32_epi32(x[2], idx(0, 0, 0, 0, 0, 1, 2, 4)), 0xF0);
+  z[2] = _mm256_blend_epi32(_mm256_permutevar8x32_epi32(x[2], idx(5, 6, 0, 0, 0, 0, 0, 0)),
+                            _mm256_permutevar8x32_epi32(x[3], idx(0, 0, 0, 1, 2, 4, 5, 6)), 0xFC);
+}
+
+// c + RoundHalfEven((s - c) a / 256) for 16-bit lanes c, s, a, with c127 = c * 256 + 127: the
+// low 16 bits of p = (s - c) a are exact for the sum c * 256 + p, and bit 8 of p is the parity
+// of the floor of p / 256, which the ties round to.
+inline __m256i AlphaBlend16(__m256i c, __m256i c127, __m256i s, __m256i a) {
+  const __m256i p = _mm256_mullo_epi16(_mm256_sub_epi16(s, c), a);
+  const __m256i odd = _mm256_and_si256(_mm256_srli_epi16(p, 8), _mm256_set1_epi16(1));
+  return _mm256_srli_epi16(_mm256_add_epi16(_mm256_add_epi16(c127, p), odd), 8);
+}
+
+template <bool kScaled>
+void BlendAlphaRow(const uint8_t* in, uint8_t* out, int64_t width, int32_t scale) {
+  const __m256i zero = _mm256_setzero_si256(), low127 = _mm256_set1_epi8(127);
+  const __m256i factor = _mm256_set1_epi16(static_cast<int16_t>(scale));
+  const __m256i colours =
+      _mm256_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1,  //
+                       0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1);
+  const __m256i alphas =
+      _mm256_setr_epi8(3, 3, 3, 7, 7, 7, 11, 11, 11, 15, 15, 15, -1, -1, -1, -1,  //
+                       3, 3, 3, 7, 7, 7, 11, 11, 11, 15, 15, 15, -1, -1, -1, -1);
+  int64_t x = 0;
+  for (; x + 32 <= width; x += 32) {
+    __m256i px[4], cs[4], as[4], s3[3], a3[3];
+    for (int k = 0; k < 4; ++k) {
+      px[k] = Load(in + 4 * x + 32 * k);
+      cs[k] = _mm256_shuffle_epi8(px[k], colours);
+      as[k] = _mm256_shuffle_epi8(px[k], alphas);
+    }
+    PackTwelves(cs, s3);
+    PackTwelves(as, a3);
+    uint8_t* d = out + 3 * x;
+    for (int k = 0; k < 3; ++k) {
+      const __m256i c = Load(d + 32 * k), s = s3[k], a = a3[k];
+      __m256i a_lo = _mm256_unpacklo_epi8(a, zero), a_hi = _mm256_unpackhi_epi8(a, zero);
+      if (kScaled) {
+        a_lo = _mm256_srli_epi16(_mm256_mullo_epi16(a_lo, factor), 8);
+        a_hi = _mm256_srli_epi16(_mm256_mullo_epi16(a_hi, factor), 8);
+      }
+      const __m256i lo =
+          AlphaBlend16(_mm256_unpacklo_epi8(c, zero), _mm256_unpacklo_epi8(low127, c),
+                       _mm256_unpacklo_epi8(s, zero), a_lo);
+      const __m256i hi =
+          AlphaBlend16(_mm256_unpackhi_epi8(c, zero), _mm256_unpackhi_epi8(low127, c),
+                       _mm256_unpackhi_epi8(s, zero), a_hi);
+      Store(d + 32 * k, _mm256_packus_epi16(lo, hi));
+    }
+  }
+  for (; x < width; ++x) BlendAlphaPixel(in + 4 * x, out + 3 * x, scale);
+}
+
+}  // namespace
+
 Status BlendAlpha_8u_AC4C3R(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_step,
                             Size roi, int32_t scale) {
   if (const Status s = CheckBlend(src, dst, roi, scale); s != ippStsNoErr) return s;
-  const __m256i zero = _mm256_setzero_si256();
-  const __m256i factor = _mm256_set1_epi16(static_cast<int16_t>(scale));
-  // Low lane: destination pixels 0-3 loaded at offset 0; high lane: pixels 4-7 loaded at offset
-  // 8 (bytes 4-15). Both spread to 4-byte pixels.
-  const __m256i spread = _mm256_setr_epi8(0, 1, 2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11, -1,  //
-                                          4, 5, 6, -1, 7, 8, 9, -1, 10, 11, 12, -1, 13, 14, 15, -1);
-  const __m256i alpha =
-      _mm256_setr_epi8(3, 3, 3, -1, 7, 7, 7, -1, 11, 11, 11, -1, 15, 15, 15, -1,  //
-                       3, 3, 3, -1, 7, 7, 7, -1, 11, 11, 11, -1, 15, 15, 15, -1);
-  const __m256i pack = _mm256_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1,  //
-                                        0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1);
-  const int64_t width = roi.width;
   for (int64_t y = 0; y < roi.height; ++y) {
     const uint8_t* in = RowAt(src, src_step, y);
     uint8_t* out = RowAt(dst, dst_step, y);
-    int64_t x = 0;
-    for (; x + 16 <= width; x += 16) {
-      uint8_t* d = out + 3 * x;
-      __m128i r[4];
-      for (int k = 0; k < 2; ++k) {
-        const __m256i loaded = _mm256_inserti128_si256(_mm256_castsi128_si256(Load128(d + 24 * k)),
-                                                       Load128(d + 24 * k + 8), 1);
-        const __m256i c = _mm256_shuffle_epi8(loaded, spread);
-        const __m256i s = Load(in + 4 * x + 32 * k);
-        const __m256i a = _mm256_shuffle_epi8(s, alpha);
-        const __m256i a_lo =
-            _mm256_srli_epi16(_mm256_mullo_epi16(_mm256_unpacklo_epi8(a, zero), factor), 8);
-        const __m256i a_hi =
-            _mm256_srli_epi16(_mm256_mullo_epi16(_mm256_unpackhi_epi8(a, zero), factor), 8);
-        const __m256i lo =
-            Blend16(_mm256_unpacklo_epi8(c, zero), _mm256_unpacklo_epi8(s, zero), a_lo);
-        const __m256i hi =
-            Blend16(_mm256_unpackhi_epi8(c, zero), _mm256_unpackhi_epi8(s, zero), a_hi);
-        const __m256i packed = _mm256_shuffle_epi8(_mm256_packus_epi16(lo, hi), pack);
-        r[2 * k] = _mm256_castsi256_si128(packed);
-        r[2 * k + 1] = _mm256_extracti128_si256(packed, 1);
-      }
-      Store128(d, _mm_or_si128(r[0], _mm_slli_si128(r[1], 12)));
-      Store128(d + 16, _mm_or_si128(_mm_srli_si128(r[1], 4), _mm_slli_si128(r[2], 8)));
-      Store128(d + 32, _mm_or_si128(_mm_srli_si128(r[2], 8), _mm_slli_si128(r[3], 4)));
+    if (scale == 256) {
+      BlendAlphaRow<false>(in, out, roi.width, scale);
+    } else {
+      BlendAlphaRow<true>(in, out, roi.width, scale);
     }
-    for (; x < width; ++x) BlendAlphaPixel(in + 4 * x, out + 3 * x, scale);
   }
   return ippStsNoErr;
 }
