@@ -4,6 +4,7 @@
 #include <immintrin.h>
 
 #include "primitives/blend/blend.h"
+#include "primitives/core/pixels_avx2.h"
 #include "primitives/core/rows.h"
 
 namespace framekit::prim::avx2 {
@@ -43,20 +44,6 @@ inline __m256i Over16(__m256i a, __m256i b, __m256i alpha_a, __m256i alpha_b) {
 
 namespace {
 
-// Bytes 0-23 of the 96 that four vectors of eight 4-byte pixels give once each lane holds its
-// four pixels' 12 bytes (dwords 0-2 and 4-6): packed into three vectors with dword moves.
-inline void PackTwelves(const __m256i x[4], __m256i z[3]) {
-  const auto idx = [](int a, int b, int c, int d, int e, int f, int g, int h) {
-    return _mm256_setr_epi32(a, b, c, d, e, f, g, h);
-  };
-  z[0] = _mm256_blend_epi32(_mm256_permutevar8x32_epi32(x[0], idx(0, 1, 2, 4, 5, 6, 0, 0)),
-                            _mm256_permutevar8x32_epi32(x[1], idx(0, 0, 0, 0, 0, 0, 0, 1)), 0xC0);
-  z[1] = _mm256_blend_epi32(_mm256_permutevar8x32_epi32(x[1], idx(2, 4, 5, 6, 0, 0, 0, 0)),
-                            _mm256_permutevar8x32_epi32(x[2], idx(0, 0, 0, 0, 0, 1, 2, 4)), 0xF0);
-  z[2] = _mm256_blend_epi32(_mm256_permutevar8x32_epi32(x[2], idx(5, 6, 0, 0, 0, 0, 0, 0)),
-                            _mm256_permutevar8x32_epi32(x[3], idx(0, 0, 0, 1, 2, 4, 5, 6)), 0xFC);
-}
-
 // c + RoundHalfEven((s - c) a / 256) for 16-bit lanes c, s, a, with c127 = c * 256 + 127: the
 // low 16 bits of p = (s - c) a are exact for the sum c * 256 + p, and bit 8 of p is the parity
 // of the floor of p / 256, which the ties round to.
@@ -84,8 +71,8 @@ void BlendAlphaRow(const uint8_t* in, uint8_t* out, int64_t width, int32_t scale
       cs[k] = _mm256_shuffle_epi8(px[k], colours);
       as[k] = _mm256_shuffle_epi8(px[k], alphas);
     }
-    PackTwelves(cs, s3);
-    PackTwelves(as, a3);
+    avx2_pixels::PackTwelves(cs, s3);
+    avx2_pixels::PackTwelves(as, a3);
     uint8_t* d = out + 3 * x;
     for (int k = 0; k < 3; ++k) {
       const __m256i c = Load(d + 32 * k), s = s3[k], a = a3[k];

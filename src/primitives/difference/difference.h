@@ -50,6 +50,9 @@ MotionDiffSig MotionDiff_8u_C3C1R;
 namespace ssse3 {
 MotionDiffSig MotionDiff_8u_C3C1R;
 }  // namespace ssse3
+namespace avx2 {
+MotionDiffSig MotionDiff_8u_C3C1R;
+}  // namespace avx2
 
 FK_PRIMITIVE(MotionDiff_8u_C3C1R, MotionDiffSig);
 

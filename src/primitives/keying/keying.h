@@ -77,6 +77,7 @@ namespace ssse3 {
 ColorKeySig ippiCompColorKey_8u_C3R;
 }  // namespace ssse3
 namespace avx2 {
+ColorKeySig ippiCompColorKey_8u_C3R;
 ChromaKeySig ChromaKey_8u_C3IR;
 }  // namespace avx2
 

@@ -1,3 +1,8 @@
+// Colour key, AVX2 level: 32 pixels a step. Each group of eight pixels of src1 is loaded as two
+// lanes of four, spread to 4-byte pixels and compared with the key as 32-bit words; the pixel
+// masks are narrowed back to 3 bytes a pixel and packed to the 96-byte layout to choose between
+// the sources. Every load of a step comes before its stores (dst may be a source).
+//
 // Chroma key, AVX2 level: four pixels a step. Their bytes are widened to 32-bit lanes, the
 // dominance test and the map index are integer lane operations, the four weights one gather (a
 // pixel that is not keyed reads element 0 and keeps its bytes), and the blend is the reference's
@@ -6,6 +11,7 @@
 // while 16 bytes remain in the row; the rest goes pixel by pixel.
 #include <immintrin.h>
 
+#include "primitives/core/pixels_avx2.h"
 #include "primitives/core/rows.h"
 #include "primitives/keying/keying.h"
 
@@ -31,6 +37,50 @@ inline __m128i Mix(__m128i front, __m128i back, __m256d f, __m256d rest) {
 }
 
 }  // namespace
+
+Status ippiCompColorKey_8u_C3R(const uint8_t* src1, int32_t src1_step, const uint8_t* src2,
+                               int32_t src2_step, uint8_t* dst, int32_t dst_step, Size roi,
+                               const uint8_t key[3]) {
+  if (const Status s = CheckColorKey(src1, src1_step, src2, src2_step, dst, dst_step, roi, key);
+      s != ippStsNoErr) {
+    return s;
+  }
+  static constexpr int8_t kSpread[4] = {0, 1, 2, -1};
+  const __m256i spread = avx2_pixels::FourPixelShuffle(kSpread);
+  // A lane's four words back to 12 bytes, in bytes 0-11.
+  const __m256i narrow = _mm256_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1, 0,
+                                          1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1);
+  const __m256i key_word = _mm256_set1_epi32(key[0] | key[1] << 8 | key[2] << 16);
+  const int64_t width = roi.width;
+  for (int64_t y = 0; y < roi.height; ++y) {
+    const uint8_t* a = RowAt(src1, src1_step, y);
+    const uint8_t* b = RowAt(src2, src2_step, y);
+    uint8_t* out = RowAt(dst, dst_step, y);
+    int64_t x = 0;
+    for (; x + 32 <= width; x += 32) {
+      const uint8_t* pa = a + 3 * x;
+      const uint8_t* pb = b + 3 * x;
+      __m256i masks[4], take[3];
+      for (int k = 0; k < 4; ++k) {
+        const __m256i words = _mm256_shuffle_epi8(avx2_pixels::LoadFours(pa + 24 * k), spread);
+        masks[k] = _mm256_shuffle_epi8(_mm256_cmpeq_epi32(words, key_word), narrow);
+      }
+      avx2_pixels::PackTwelves(masks, take);
+      __m256i result[3];
+      for (int k = 0; k < 3; ++k) {
+        result[k] = _mm256_blendv_epi8(
+            _mm256_loadu_si256(reinterpret_cast<const __m256i*>(pa + 32 * k)),
+            _mm256_loadu_si256(reinterpret_cast<const __m256i*>(pb + 32 * k)), take[k]);
+      }
+      uint8_t* po = out + 3 * x;
+      for (int k = 0; k < 3; ++k) {
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(po + 32 * k), result[k]);
+      }
+    }
+    for (; x < width; ++x) ColorKeyPixel(a + 3 * x, b + 3 * x, out + 3 * x, key);
+  }
+  return ippStsNoErr;
+}
 
 Status ChromaKey_8u_C3IR(uint8_t* frame, int32_t frame_step, const uint8_t* bg, int32_t bg_step,
                          Size roi, const double* map, int32_t key_channel) {
