@@ -4,8 +4,9 @@
 //                       (RGB24ToARGB, ARGBBlend, ARGBToRGB24: it blends onto 4-byte frames only;
 //                       alpha_RGB32onRGB32_only times its blend alone) and OpenCV's blendLinear
 //                       (float weights).
-//   transp_RGB24        Draw_RGB24OnRGB24_Transp (t = 100) against libyuv's InterpolatePlane
-//                       over the same bytes (fraction 100).
+//   transp_RGB24_t<t>   Draw_RGB24OnRGB24_Transp against libyuv's InterpolatePlane over the same
+//                       bytes with the same fraction (t 100, 77, 201 and 128, where libyuv
+//                       averages).
 //   compare, colorkey   MotionDetectionCompareImages (luminance) and ColorKeyRGB24 against
 //                       memcpy of the RGB24 frame.
 //   chromakey           ChromaKey on a frame whose left half is keyed green against the scalar
@@ -106,13 +107,17 @@ void RegisterComposeBenchmarks() {
     cv::blendLinear(over, back, weights, rest, result);
   });
 
-  Register("transp_RGB24", "framekit", [=](Frames& f) {
-    Draw_RGB24OnRGB24_Transp(f.rgb24b.get(), w, h, f.rgb24.get(), w, h, 0, 0, 100);
-  });
-  Register("transp_RGB24", "libyuv", [=](Frames& f) {
-    libyuv::InterpolatePlane(f.rgb24.get(), 3 * w, f.rgb24b.get(), 3 * w, f.rgb24.get(), 3 * w,
-                             3 * w, h, 100);
-  });
+  for (const int t : {100, 77, 201, 128}) {
+    const std::string what = Join("transp_RGB24_t", std::to_string(t));
+    Register(what.c_str(), "framekit", [=](Frames& f) {
+      Draw_RGB24OnRGB24_Transp(f.rgb24b.get(), w, h, f.rgb24.get(), w, h, 0, 0,
+                               static_cast<uint8_t>(t));
+    });
+    Register(what.c_str(), "libyuv", [=](Frames& f) {
+      libyuv::InterpolatePlane(f.rgb24.get(), 3 * w, f.rgb24b.get(), 3 * w, f.rgb24.get(), 3 * w,
+                               3 * w, h, t);
+    });
+  }
 
   Register("compare", "framekit", [=](Frames& f) {
     benchmark::DoNotOptimize(MotionDetectionCompareImages(f.rgb24.get(), f.rgb24b.get(),

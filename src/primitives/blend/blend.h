@@ -79,48 +79,48 @@ static inline uint8_t ShiftAlphaClamped(uint8_t a, int32_t delta) {
 // The division by 255 of the composite: d(x) = (x + (x >> 8) + 1) >> 8.
 static inline uint32_t Div255(uint32_t x) { return (x + (x >> 8) + 1) >> 8; }
 
-// The constant blend's plan for the vector bodies. With P the byte pairs (c, s), a multiply-add
-// by signed weight pairs gives p = (s - c) w exactly in 16 bits and a rounding multiply-high
-// g = floor(p / 256 + 0.5), |g| <= 127. Below 128, w = t: weights (-t, t), or (-t / 2, t / 2)
-// with a doubled multiplier when t is even. Above 128 the complement w = 256 - t: weights
-// (w, -w) (or halved) round -(s - c) w / 256, and adding s - c back gives the half-up result
-// for t. (At t = 128, where |g| reaches 128, the rounded mean of the pair serves.)
-//
-// Half-up and nearest-even differ only at ties, (s - c) t = 128 (mod 256), where half-up is one
-// too high when the floor n of (s - c) t / 256 is even. For t = 2^k m (m odd) the ties are
-// s - c = 2^(7 - k) (2j + 1), with n = j m + (m - 1) / 2: n is even when the parity of j (bit
-// 8 - k of s - c) equals that of (m - 1) / 2. For k >= 1 both conditions are bits of the bytes'
-// difference, one masked compare whose all-ones result, added, subtracts the one. For odd t the
-// ties are s - c = +128 or -128, and exactly one of them rounds down: +128 when (m - 1) / 2 is
-// even; the saturating difference s - c (or c - s) equal to 128 finds it.
+// The constant blend's plan for the vector bodies. With P the byte pairs (c, s), one multiply-add
+// by signed weight pairs and a rounding multiply-high give the half-up result:
+//   t even:        weights (128 - t / 2, t / 2) make (c * 256 + (s - c) t) / 2 exactly, and the
+//                  multiply-high by 256 rounds it to c + floor((s - c) t / 256 + 0.5) directly;
+//   t odd < 128:   weights (-t, t) make (s - c) t, rounded by a multiply-high by 128; add c;
+//   t odd > 128:   weights (w, -w), w = 256 - t, make -(s - c) w, rounded likewise; add s (as
+//                  c + (s - c) t / 256 = s - (s - c) w / 256).
+// (At t = 128 the rounded mean of the pair serves.) Half-up and nearest-even differ only at
+// ties, (s - c) t = 128 (mod 256), where half-up is one too high when the floor n of
+// (s - c) t / 256 is even. For t = 2^k m (m odd) the ties are s - c = 2^(7 - k) (2j + 1), with
+// n = j m + (m - 1) / 2: n is even when the parity of j (bit 8 - k of s - c) equals that of
+// (m - 1) / 2. For k >= 1 both conditions are bits of the bytes' difference, one masked compare
+// whose all-ones result, added, subtracts the one. For odd t the ties are s - c = +128 or -128,
+// and exactly one of them rounds down: +128 when (m - 1) / 2 is even; the saturating difference
+// s - c (or c - s) equal to 128 finds it.
 struct ConstBlendPlan {
-  int8_t weight_c, weight_s;  // the multiply-add's weights for c and s
-  int16_t multiplier;         // of the rounding multiply-high: 128, or 256 for halved weights
-  bool complement;            // g rounds -(s - c) (256 - t) / 256: add s - c back
-  bool odd;                   // t odd: the tie below is s - c = +128 (down_positive) or -128
-  bool down_positive;
+  int8_t weight_c, weight_s;      // the multiply-add's weights for c and s
+  int16_t multiplier;             // of the rounding multiply-high
+  bool odd, from_s;               // t odd; the rounded term added to s (t > 128) rather than c
+  bool down_positive;             // t odd: the tie that rounds down is s - c = +128 (else -128)
   uint8_t down_mask, down_value;  // t even: (s - c) & mask == value where half-up is one high
 };
 
 static inline ConstBlendPlan PlanConstBlend(int32_t t) {  // t in 1..255
   int k = 0;
   while (((t >> k) & 1) == 0) ++k;
-  const int32_t m = t >> k;
-  const int32_t j_parity = ((m - 1) / 2) & 1;  // the parity of j at which ties round down
-  const bool complement = t > 128;
-  const int32_t w = complement ? 256 - t : t;
-  const int32_t half = w % 2 == 0 ? 2 : 1;
-  const auto weight = static_cast<int8_t>(w / half);
+  const int32_t j_parity = (((t >> k) - 1) / 2) & 1;  // the parity of j at which ties round down
   ConstBlendPlan plan{};
-  plan.weight_c = static_cast<int8_t>(complement ? weight : -weight);
-  plan.weight_s = static_cast<int8_t>(complement ? -weight : weight);
-  plan.multiplier = static_cast<int16_t>(128 * half);
-  plan.complement = complement;
   plan.odd = k == 0;
-  plan.down_positive = j_parity == 0;
-  if (k > 0) {
+  if (!plan.odd) {
+    plan.weight_c = static_cast<int8_t>(128 - t / 2);
+    plan.weight_s = static_cast<int8_t>(t / 2);
+    plan.multiplier = 256;
     plan.down_mask = static_cast<uint8_t>((1 << (9 - k)) - 1);
     plan.down_value = static_cast<uint8_t>((1 << (7 - k)) | (j_parity << (8 - k)));
+  } else {
+    plan.from_s = t > 128;
+    const int32_t w = plan.from_s ? 256 - t : t;
+    plan.weight_c = static_cast<int8_t>(plan.from_s ? w : -w);
+    plan.weight_s = static_cast<int8_t>(plan.from_s ? -w : w);
+    plan.multiplier = 128;
+    plan.down_positive = j_parity == 0;
   }
   return plan;
 }

@@ -112,48 +112,47 @@ Status BlendAlpha_8u_AC4C3R(const uint8_t* src, int32_t src_step, uint8_t* dst, 
 
 namespace {
 
-// The rounded blend of 32 bytes with the plan's weights: the multiply-add, the rounding
-// multiply-high, the complement's difference added back, then minus one at the ties that round
-// down (an all-ones compare added).
-template <bool kComplement, bool kOdd, bool kPositive>
+// The rounded blend of 32 bytes with the plan's weights (see PlanConstBlend): the multiply-add,
+// the rounding multiply-high, the base added where the result is a difference, then minus one
+// at the ties that round down (an all-ones compare added).
+enum class ConstKind { kEven, kOddFromC, kOddFromS };
+
+template <ConstKind kKind, bool kPositive>
 inline void ConstBlend32(const uint8_t* in, uint8_t* out, __m256i weights, __m256i multiplier,
                          __m256i down_mask, __m256i down_value) {
   const __m256i c = Load(out), s = Load(in);
-  const __m256i lo = _mm256_maddubs_epi16(_mm256_unpacklo_epi8(c, s), weights);
-  const __m256i hi = _mm256_maddubs_epi16(_mm256_unpackhi_epi8(c, s), weights);
-  __m256i g =
-      _mm256_packs_epi16(_mm256_mulhrs_epi16(lo, multiplier), _mm256_mulhrs_epi16(hi, multiplier));
-  __m256i down;
-  if (kOdd) {
-    down =
-        _mm256_cmpeq_epi8(kPositive ? _mm256_subs_epu8(s, c) : _mm256_subs_epu8(c, s), down_value);
-    if (kComplement) g = _mm256_add_epi8(g, _mm256_sub_epi8(s, c));
+  const __m256i lo =
+      _mm256_mulhrs_epi16(_mm256_maddubs_epi16(_mm256_unpacklo_epi8(c, s), weights), multiplier);
+  const __m256i hi =
+      _mm256_mulhrs_epi16(_mm256_maddubs_epi16(_mm256_unpackhi_epi8(c, s), weights), multiplier);
+  __m256i result, down;
+  if (kKind == ConstKind::kEven) {
+    result = _mm256_packus_epi16(lo, hi);
+    down = _mm256_cmpeq_epi8(_mm256_and_si256(_mm256_sub_epi8(s, c), down_mask), down_value);
   } else {
-    const __m256i d = _mm256_sub_epi8(s, c);
-    down = _mm256_cmpeq_epi8(_mm256_and_si256(d, down_mask), down_value);
-    if (kComplement) g = _mm256_add_epi8(g, d);
+    result = _mm256_add_epi8(_mm256_packs_epi16(lo, hi), kKind == ConstKind::kOddFromC ? c : s);
+    down = _mm256_cmpeq_epi8(kPositive ? _mm256_subs_epu8(s, c) : _mm256_subs_epu8(c, s),
+                             _mm256_set1_epi8(static_cast<char>(0x80)));
   }
-  Store(out, _mm256_add_epi8(_mm256_add_epi8(c, g), down));
+  Store(out, _mm256_add_epi8(result, down));
 }
 
-template <bool kComplement, bool kOdd, bool kPositive = false>
+template <ConstKind kKind, bool kPositive = false>
 int64_t ConstBlendRow(const uint8_t* in, uint8_t* out, int64_t bytes, const ConstBlendPlan& plan) {
   const __m256i weights = _mm256_set1_epi16(
       static_cast<int16_t>(static_cast<uint16_t>(static_cast<uint8_t>(plan.weight_c)) |
                            static_cast<uint16_t>(static_cast<uint8_t>(plan.weight_s) << 8)));
   const __m256i multiplier = _mm256_set1_epi16(plan.multiplier);
   const __m256i down_mask = _mm256_set1_epi8(static_cast<char>(plan.down_mask));
-  const __m256i down_value = _mm256_set1_epi8(static_cast<char>(kOdd ? 0x80 : plan.down_value));
+  const __m256i down_value = _mm256_set1_epi8(static_cast<char>(plan.down_value));
   int64_t i = 0;
   for (; i + 64 <= bytes; i += 64) {
-    ConstBlend32<kComplement, kOdd, kPositive>(in + i, out + i, weights, multiplier, down_mask,
-                                               down_value);
-    ConstBlend32<kComplement, kOdd, kPositive>(in + i + 32, out + i + 32, weights, multiplier,
-                                               down_mask, down_value);
+    ConstBlend32<kKind, kPositive>(in + i, out + i, weights, multiplier, down_mask, down_value);
+    ConstBlend32<kKind, kPositive>(in + i + 32, out + i + 32, weights, multiplier, down_mask,
+                                   down_value);
   }
   for (; i + 32 <= bytes; i += 32) {
-    ConstBlend32<kComplement, kOdd, kPositive>(in + i, out + i, weights, multiplier, down_mask,
-                                               down_value);
+    ConstBlend32<kKind, kPositive>(in + i, out + i, weights, multiplier, down_mask, down_value);
   }
   return i;
 }
@@ -186,15 +185,14 @@ Status BlendConst_8u_C3R(const uint8_t* src, int32_t src_step, uint8_t* dst, int
       for (; i + 32 <= bytes; i += 32) Store(out + i, Load(in + i));
     } else if (t == 128) {
       i = HalfBlendRow(in, out, bytes);
-    } else if (t % 2 == 0) {
-      i = plan.complement ? ConstBlendRow<true, false>(in, out, bytes, plan)
-                          : ConstBlendRow<false, false>(in, out, bytes, plan);
+    } else if (!plan.odd) {
+      i = ConstBlendRow<ConstKind::kEven>(in, out, bytes, plan);
+    } else if (plan.from_s) {
+      i = plan.down_positive ? ConstBlendRow<ConstKind::kOddFromS, true>(in, out, bytes, plan)
+                             : ConstBlendRow<ConstKind::kOddFromS, false>(in, out, bytes, plan);
     } else {
-      const bool positive = plan.down_positive;
-      i = plan.complement ? (positive ? ConstBlendRow<true, true, true>(in, out, bytes, plan)
-                                      : ConstBlendRow<true, true, false>(in, out, bytes, plan))
-                          : (positive ? ConstBlendRow<false, true, true>(in, out, bytes, plan)
-                                      : ConstBlendRow<false, true, false>(in, out, bytes, plan));
+      i = plan.down_positive ? ConstBlendRow<ConstKind::kOddFromC, true>(in, out, bytes, plan)
+                             : ConstBlendRow<ConstKind::kOddFromC, false>(in, out, bytes, plan);
     }
     for (; i < bytes; ++i) out[i] = RoundBlend(out[i], in[i], t);
   }
