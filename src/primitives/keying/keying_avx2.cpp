@@ -96,8 +96,9 @@ Status ChromaKey_8u_C3IR(uint8_t* frame, int32_t frame_step, const uint8_t* bg, 
   __m256i place[3];
   for (int c = 0; c < 3; ++c) {
     alignas(32) int8_t idx[32];
-    for (int i = 0; i < 32; ++i)
-      idx[i] = (i % 16 < 12 && i % 16 % 3 == c) ? int8_t(i % 16 / 3 * 4) : -1;
+    for (int i = 0; i < 32; ++i) {
+      idx[i] = static_cast<int8_t>((i % 16 < 12 && i % 16 % 3 == c) ? i % 16 / 3 * 4 : -1);
+    }
     place[c] = _mm256_load_si256(reinterpret_cast<const __m256i*>(idx));
   }
   const __m256i spread = _mm256_setr_epi8(0, 0, 0, 4, 4, 4, 8, 8, 8, 12, 12, 12, -1, -1, -1, -1,  //
