@@ -84,5 +84,6 @@ void RegisterEffectBenchmarks();
 void RegisterConvertBenchmarks();
 void RegisterResizeBenchmarks();
 void RegisterRotateBenchmarks();
+void RegisterComposeBenchmarks();
 
 }  // namespace framekit::bench

@@ -34,6 +34,7 @@ int main(int argc, char** argv) {
   framekit::bench::RegisterConvertBenchmarks();
   framekit::bench::RegisterResizeBenchmarks();
   framekit::bench::RegisterRotateBenchmarks();
+  framekit::bench::RegisterComposeBenchmarks();
   benchmark::RunSpecifiedBenchmarks();
   benchmark::Shutdown();
   return 0;

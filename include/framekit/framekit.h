@@ -331,6 +331,8 @@ FRAMEKIT_EXPORT int32_t zqippiRotate_8u_C3R(const uint8_t* src, FrameKitSize src
                                             double x_shift, double y_shift,
                                             int32_t interpolation) FRAMEKIT_NOEXCEPT;
 
+#include "framekit/framekit_compose.h"
+
 /* ---- Timing probe ------------------------------------------------------------------------ */
 
 /* Runs the general lightness pass (the one EffectLightness takes for widths that are not

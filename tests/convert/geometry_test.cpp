@@ -41,113 +41,112 @@ TEST(Strides, RulesAndTheirDisagreements) {
   EXPECT_EQ(RowByteStrideRGB24(INT32_MIN), INT32_MIN);
 }
 
-TEST(Flip, OneRowOrOneColumnIsASizeError) {
-  std::vector<uint8_t> f = Random(64, 2), orig = f;
-  EXPECT_EQ(FlipHorizontalRGB24(f.data(), 5, 1), -6);
-  EXPECT_EQ(FlipVerticalRGB24(f.data(), 1, 5), -6);
-  EXPECT_EQ(FlipHorizontalRGB32(f.data(), 4, 1), -6);
-  EXPECT_EQ(FlipVerticalRGB32(f.data(), 1, 4), -6);
-  EXPECT_EQ(FlipHorizontalYUY2(f.data(), 8, 1), -6);
-  EXPECT_EQ(f, orig);
-  // The other axis of the same frames is fine.
-  EXPECT_EQ(FlipVerticalRGB24(f.data(), 5, 1), 0);
-  EXPECT_EQ(FlipHorizontalRGB24(f.data(), 1, 5), 0);
-}
-
-TEST(Flip, ArgumentErrors) {
-  uint8_t f[64] = {};
-  uint8_t g[64] = {};
+// Flipping rows needs two rows and flipping columns two columns; null frames and empty sizes
+// fail too, and nothing is written.
+TEST(Flip, RefusedFrames) {
+  std::vector<uint8_t> f = Random(64, 2), g(64, 0);
+  const std::vector<uint8_t> f0 = f, g0 = g;
+  uint8_t *p = f.data(), *q = g.data();
+  EXPECT_EQ(FlipHorizontalRGB24(p, 5, 1), -6);
+  EXPECT_EQ(FlipVerticalRGB24(p, 1, 5), -6);
+  EXPECT_EQ(FlipHorizontalRGB32(p, 4, 1), -6);
+  EXPECT_EQ(FlipVerticalRGB32(p, 1, 4), -6);
+  EXPECT_EQ(FlipHorizontalYUY2(p, 8, 1), -6);
+  EXPECT_EQ(FlipHorizontalRGB24(p, 0, 2), -6);
+  EXPECT_EQ(FlipVerticalRGB24(p, -4, 2), -6);
+  EXPECT_EQ(FlipHorizontalRGB32Ex(p, q, 2, 0), -6);
+  EXPECT_EQ(FlipHorizontalYUY2(p, 0, 2), -6);
   EXPECT_EQ(FlipHorizontalRGB24(nullptr, 2, 2), -8);
-  EXPECT_EQ(FlipVerticalRGB32Ex(f, nullptr, 2, 2), -8);
-  EXPECT_EQ(FlipVerticalRGB32Ex(nullptr, g, 2, 2), -8);
-  EXPECT_EQ(FlipHorizontalYUY2Ex(f, nullptr, 2, 2), -8);
-  EXPECT_EQ(FlipHorizontalRGB24(f, 0, 2), -6);
-  EXPECT_EQ(FlipVerticalRGB24(f, -4, 2), -6);
-  EXPECT_EQ(FlipHorizontalRGB32Ex(f, g, 2, 0), -6);
-  EXPECT_EQ(FlipHorizontalYUY2(f, 0, 2), -6);
+  EXPECT_EQ(FlipVerticalRGB32Ex(p, nullptr, 2, 2), -8);
+  EXPECT_EQ(FlipVerticalRGB32Ex(nullptr, q, 2, 2), -8);
+  EXPECT_EQ(FlipHorizontalYUY2Ex(p, nullptr, 2, 2), -8);
+  EXPECT_EQ(f, f0);
+  EXPECT_EQ(g, g0);
+  // The other axis of the same frames is fine.
+  EXPECT_EQ(FlipVerticalRGB24(p, 5, 1), 0);
+  EXPECT_EQ(FlipHorizontalRGB24(p, 1, 5), 0);
 }
 
 // Expected result of a flip by index arithmetic: dst(r, c) = src(mr, mc).
 std::vector<uint8_t> Mirrored(const std::vector<uint8_t>& src, int w, int h, int bpp, int stride,
-                              bool rows, bool columns) {
+                              bool rows) {
   std::vector<uint8_t> out = src;
   for (int r = 0; r < h; ++r) {
     for (int c = 0; c < w; ++c) {
-      const int sr = rows ? h - 1 - r : r, sc = columns ? w - 1 - c : c;
+      const int sr = rows ? h - 1 - r : r, sc = rows ? c : w - 1 - c;
       std::memcpy(&out[r * stride + c * bpp], &src[sr * stride + sc * bpp], bpp);
     }
   }
   return out;
 }
 
+// Every flip at its bitmap stride (YUY2 rows are 2 * width bytes at the 16-bit one), in place
+// and, where there is one, through the copying form, which leaves the destination's padding.
 TEST(Flip, EveryExportAgainstIndexArithmetic) {
-  for (int w : {1, 2, 3, 5, 7, 16, 33, 67}) {
-    for (int h : {2, 3, 4, 9}) {
-      const int s24 = BitmapStride(w, 24), s32 = 4 * w, s16 = BitmapStride(w, 16);
-      const auto rgb24 = Random(static_cast<size_t>(s24 * h), w * 100u + h);
-      const auto rgb32 = Random(static_cast<size_t>(s32 * h), w * 200u + h);
-      const auto yuy2 = Random(static_cast<size_t>(s16 * h), w * 300u + h);
-      auto f = rgb24;
-      if (w > 1) {
-        EXPECT_EQ(FlipVerticalRGB24(f.data(), w, h), 0);
-        EXPECT_EQ(f, Mirrored(rgb24, w, h, 3, s24, false, true)) << w << "x" << h;
-        f = rgb32;
-        EXPECT_EQ(FlipVerticalRGB32(f.data(), w, h), 0);
-        EXPECT_EQ(f, Mirrored(rgb32, w, h, 4, s32, false, true)) << w << "x" << h;
-        std::vector<uint8_t> d(rgb32.size(), 0x5A);
-        EXPECT_EQ(FlipVerticalRGB32Ex(rgb32.data(), d.data(), w, h), 0);
-        EXPECT_EQ(d, Mirrored(rgb32, w, h, 4, s32, false, true));
+  using InPlace = int32_t (*)(uint8_t*, int32_t, int32_t);
+  using Copying = int32_t (*)(const uint8_t*, uint8_t*, int32_t, int32_t);
+  const struct {
+    const char* name;
+    InPlace in_place;
+    Copying copying;
+    int bytes, bits;
+    bool rows;
+  } flips[] = {
+      {"FlipVerticalRGB24", FlipVerticalRGB24, nullptr, 3, 24, false},
+      {"FlipVerticalRGB32", FlipVerticalRGB32, FlipVerticalRGB32Ex, 4, 32, false},
+      {"FlipHorizontalRGB24", FlipHorizontalRGB24, nullptr, 3, 24, true},
+      {"FlipHorizontalRGB32", FlipHorizontalRGB32, FlipHorizontalRGB32Ex, 4, 32, true},
+      {"FlipHorizontalYUY2", FlipHorizontalYUY2, FlipHorizontalYUY2Ex, 2, 16, true},
+  };
+  for (const auto& flip : flips) {
+    for (int w : {1, 2, 3, 5, 7, 16, 33, 67}) {
+      if (w == 1 && !flip.rows) continue;
+      for (int h : {2, 3, 4, 9}) {
+        const int stride = BitmapStride(w, flip.bits);
+        const auto src = Random(static_cast<size_t>(stride * h), w * 100u + h * 7u + flip.bits);
+        auto want = Mirrored(src, w, h, flip.bytes, stride, flip.rows), f = src;
+        EXPECT_EQ(flip.in_place(f.data(), w, h), 0);
+        EXPECT_EQ(f, want) << flip.name << " " << w << "x" << h;
+        if (flip.copying == nullptr) continue;
+        std::vector<uint8_t> d(src.size(), 0x5A);
+        for (int r = 0; r < h; ++r) {
+          std::memset(&want[r * stride + flip.bytes * w], 0x5A, stride - flip.bytes * w);
+        }
+        EXPECT_EQ(flip.copying(src.data(), d.data(), w, h), 0);
+        EXPECT_EQ(d, want) << flip.name << "Ex " << w << "x" << h;
       }
-      f = rgb24;
-      EXPECT_EQ(FlipHorizontalRGB24(f.data(), w, h), 0);
-      EXPECT_EQ(f, Mirrored(rgb24, w, h, 3, s24, true, false)) << w << "x" << h;
-      f = rgb32;
-      EXPECT_EQ(FlipHorizontalRGB32(f.data(), w, h), 0);
-      EXPECT_EQ(f, Mirrored(rgb32, w, h, 4, s32, true, false));
-      std::vector<uint8_t> d(rgb32.size(), 0x5A);
-      EXPECT_EQ(FlipHorizontalRGB32Ex(rgb32.data(), d.data(), w, h), 0);
-      EXPECT_EQ(d, Mirrored(rgb32, w, h, 4, s32, true, false));
-      // YUY2 rows are 2 * width bytes at the 16-bit bitmap stride; padding keeps its value.
-      f = yuy2;
-      EXPECT_EQ(FlipHorizontalYUY2(f.data(), w, h), 0);
-      EXPECT_EQ(f, Mirrored(yuy2, 2 * w, h, 1, s16, true, false)) << w << "x" << h;
-      std::vector<uint8_t> y(yuy2.size(), 0x5A),
-          want = Mirrored(yuy2, 2 * w, h, 1, s16, true, false);
-      for (int r = 0; r < h; ++r) std::memset(&want[r * s16 + 2 * w], 0x5A, s16 - 2 * w);
-      EXPECT_EQ(FlipHorizontalYUY2Ex(yuy2.data(), y.data(), w, h), 0);
-      EXPECT_EQ(y, want) << "Ex form leaves destination padding alone, " << w << "x" << h;
     }
   }
 }
 
-TEST(Crop, WorkedExampleFromAFivePixelFrame) {
+// 5 x 5 RGB24 at stride 16 into rows of 12; 6 x 4 RGB32 packed. Empty rectangles fail without
+// writing; the null check sees the first pixel's address, so only a rectangle at the origin
+// keeps a null frame null.
+TEST(Crop, WorkedExamplesAndRefusals) {
   const auto src = Random(16 * 5, 4);
   std::vector<uint8_t> dst(12 * 2 + 8, 0xC3);
-  const FrameKitRect rect{1, 2, 4, 4};
-  ASSERT_EQ(Crop24(src.data(), 5, 5, dst.data(), &rect), 0);
+  const FrameKitRect rect24{1, 2, 4, 4};
+  ASSERT_EQ(Crop24(src.data(), 5, 5, dst.data(), &rect24), 0);
   EXPECT_EQ(std::memcmp(&dst[0], &src[2 * 16 + 3], 9), 0);
   EXPECT_EQ(std::memcmp(&dst[12], &src[3 * 16 + 3], 9), 0);
   for (int i : {9, 10, 11, 21, 22, 23, 24, 31}) EXPECT_EQ(dst[i], 0xC3) << i;
-}
 
-TEST(Crop, Rgb32AndEmptyRectangles) {
-  const auto src = Random(4 * 6 * 4, 5);
-  std::vector<uint8_t> dst(4 * 3 * 2, 0);
+  const auto src32 = Random(4 * 6 * 4, 5);
+  std::vector<uint8_t> dst32(4 * 3 * 2, 0);
   const FrameKitRect rect{2, 1, 5, 3};
-  ASSERT_EQ(Crop32(src.data(), 6, 4, dst.data(), &rect), 0);
-  EXPECT_EQ(std::memcmp(&dst[0], &src[1 * 24 + 8], 12), 0);
-  EXPECT_EQ(std::memcmp(&dst[12], &src[2 * 24 + 8], 12), 0);
-  const auto before = dst;
+  ASSERT_EQ(Crop32(src32.data(), 6, 4, dst32.data(), &rect), 0);
+  EXPECT_EQ(std::memcmp(&dst32[0], &src32[1 * 24 + 8], 12), 0);
+  EXPECT_EQ(std::memcmp(&dst32[12], &src32[2 * 24 + 8], 12), 0);
+  const auto before = dst32;
   for (const FrameKitRect bad :
        {FrameKitRect{2, 1, 2, 3}, FrameKitRect{2, 3, 5, 3}, FrameKitRect{4, 1, 2, 3}}) {
-    EXPECT_EQ(Crop24(src.data(), 6, 4, dst.data(), &bad), -6);
-    EXPECT_EQ(Crop32(src.data(), 6, 4, dst.data(), &bad), -6);
+    EXPECT_EQ(Crop24(src32.data(), 6, 4, dst32.data(), &bad), -6);
+    EXPECT_EQ(Crop32(src32.data(), 6, 4, dst32.data(), &bad), -6);
   }
-  EXPECT_EQ(dst, before);
-  // The null check sees the first pixel's address: only a rectangle at the origin keeps it null.
+  EXPECT_EQ(dst32, before);
   const FrameKitRect origin{0, 0, 2, 2};
-  EXPECT_EQ(Crop24(nullptr, 6, 4, dst.data(), &origin), -8);
-  EXPECT_EQ(Crop32(src.data(), 6, 4, nullptr, &rect), -8);
+  EXPECT_EQ(Crop24(nullptr, 6, 4, dst32.data(), &origin), -8);
+  EXPECT_EQ(Crop32(src32.data(), 6, 4, nullptr, &rect), -8);
 }
 
 TEST(Fill, WritesTheColourBytesInsideTheRectangleOnly) {
@@ -170,7 +169,8 @@ TEST(Fill, WritesTheColourBytesInsideTheRectangleOnly) {
   EXPECT_EQ(FillColor(nullptr, 5, 4, &origin, 0), -8);
 }
 
-TEST(Cut, DropsLastColumnsAndRowsWithEachSideItsStride) {
+// Each side keeps its own stride; nothing happens when no row or column remains.
+TEST(Cut, DropsLastColumnsAndRows) {
   const auto src = Random(16 * 4, 6);  // 5 x 4 RGB24
   std::vector<uint8_t> dst(12 * 3, 0x77);
   ImageCutRGB24(src.data(), 5, 4, dst.data(), 2, 1);  // 3 x 3 at stride 12 (9 bytes a row)
@@ -183,16 +183,12 @@ TEST(Cut, DropsLastColumnsAndRowsWithEachSideItsStride) {
   ImageCutRGB32(src32.data(), 3, 3, dst32.data(), 1, 1);
   EXPECT_EQ(std::memcmp(&dst32[0], &src32[0], 8), 0);
   EXPECT_EQ(std::memcmp(&dst32[8], &src32[12], 8), 0) << "all four bytes move";
-}
-
-TEST(Cut, NothingWhenNoRowOrColumnRemains) {
-  const auto src = Random(16 * 4, 8);
-  std::vector<uint8_t> dst(64, 0x77), orig = dst;
-  ImageCutRGB24(src.data(), 5, 4, dst.data(), 0, 4);
-  ImageCutRGB24(src.data(), 5, 4, dst.data(), 5, 0);
-  ImageCutRGB32(src.data(), 4, 4, dst.data(), 0, 9);
-  ImageCutRGB32(src.data(), 4, 4, dst.data(), 7, 1);
-  EXPECT_EQ(dst, orig);
+  std::vector<uint8_t> untouched(64, 0x77);
+  ImageCutRGB24(src.data(), 5, 4, untouched.data(), 0, 4);
+  ImageCutRGB24(src.data(), 5, 4, untouched.data(), 5, 0);
+  ImageCutRGB32(src.data(), 4, 4, untouched.data(), 0, 9);
+  ImageCutRGB32(src.data(), 4, 4, untouched.data(), 7, 1);
+  EXPECT_EQ(untouched, std::vector<uint8_t>(64, 0x77));
 }
 
 }  // namespace

@@ -50,47 +50,37 @@ TEST(BandThreshold, OpenBandAndItsEdges) {
   EXPECT_EQ(untouched, (std::vector<uint8_t>{1, 2, 3}));
 }
 
-// A 5 x 3 frame at the aligned stride of 16 bytes: padding bytes must survive.
-TEST(Greyscale, AlignedRowsAndFixedPointWeights) {
-  Rng rng("effects/grey");
-  for (const int32_t w : {5, 8, 33}) {
-    const int32_t stride = (3 * w + 3) / 4 * 4, h = 3;
-    const std::vector<uint8_t> in = RandomFrame(rng, stride, h);
-    std::vector<uint8_t> got = in, want = in, scratch(static_cast<size_t>(w * h));
-    for (int32_t y = 0; y < h; ++y) {
-      for (int32_t x = 0; x < w; ++x) {
-        const uint8_t* p = &in[static_cast<size_t>(y * stride + 3 * x)];
-        const int32_t g = (3736 * p[0] + 19235 * p[1] + 9798 * p[2] + 16384) >> 15;
-        for (int c = 0; c < 3; ++c)
-          want[static_cast<size_t>(y * stride + 3 * x + c)] = static_cast<uint8_t>(g);
+// Rows at the aligned stride, whose padding must survive; greyscale by its fixed-point weights,
+// and the inverted pixels also left packed in the scratch.
+TEST(GreyscaleAndInvert, AlignedRowsAndFormulas) {
+  Rng rng("effects/grey-invert");
+  for (const bool grey : {true, false}) {
+    for (const int32_t w : {5, 6, 8, 16, 31, 33}) {
+      const int32_t stride = (3 * w + 3) / 4 * 4, h = 3;
+      const std::vector<uint8_t> in = RandomFrame(rng, stride, h);
+      std::vector<uint8_t> got = in, want = in, want_scratch;
+      std::vector<uint8_t> scratch(static_cast<size_t>((grey ? 1 : 3) * w * h));
+      for (int32_t y = 0; y < h; ++y) {
+        for (int32_t x = 0; x < w; ++x) {
+          const uint8_t* p = &in[static_cast<size_t>(y * stride + 3 * x)];
+          const int32_t g = (3736 * p[0] + 19235 * p[1] + 9798 * p[2] + 16384) >> 15;
+          for (int c = 0; c < 3; ++c) {
+            const auto v = static_cast<uint8_t>(grey ? g : 255 - p[c]);
+            want[static_cast<size_t>(y * stride + 3 * x + c)] = v;
+            want_scratch.push_back(v);
+          }
+        }
+      }
+      EXPECT_EQ((grey ? EffectGreyscale : EffectInvert)(got.data(), w, h, scratch.data()), 0);
+      EXPECT_EQ(got, want) << (grey ? "greyscale " : "invert ") << w << " " << SeedNote();
+      if (!grey) {
+        EXPECT_EQ(scratch, want_scratch) << w;
       }
     }
-    EXPECT_EQ(EffectGreyscale(got.data(), w, h, scratch.data()), 0);
-    EXPECT_EQ(got, want) << w << " " << SeedNote();
   }
   std::vector<uint8_t> white(12, 255), scratch(4);
   EffectGreyscale(white.data(), 4, 1, scratch.data());
   EXPECT_EQ(white, std::vector<uint8_t>(12, 255));
-}
-
-TEST(Invert, AlignedRowsAndScratch) {
-  Rng rng("effects/invert");
-  for (const int32_t w : {5, 6, 16, 31}) {
-    const int32_t stride = (3 * w + 3) / 4 * 4, h = 4;
-    const std::vector<uint8_t> in = RandomFrame(rng, stride, h);
-    std::vector<uint8_t> got = in, want = in, scratch(static_cast<size_t>(3 * w * h));
-    std::vector<uint8_t> want_scratch;
-    for (int32_t y = 0; y < h; ++y) {
-      for (int32_t i = 0; i < 3 * w; ++i) {
-        const size_t at = static_cast<size_t>(y * stride + i);
-        want[at] = static_cast<uint8_t>(255 - in[at]);
-        want_scratch.push_back(want[at]);
-      }
-    }
-    EXPECT_EQ(EffectInvert(got.data(), w, h, scratch.data()), 0);
-    EXPECT_EQ(got, want) << w;
-    EXPECT_EQ(scratch, want_scratch) << w;
-  }
 }
 
 TEST(GreyscaleAndInvert, StatusOfTheLastPrimitive) {

@@ -6,8 +6,8 @@
 
 #include "effects/effect_test_support.h"
 #include "effects/random.h"
-#include "primitives/core/trig.h"
 #include "framekit/framekit.h"
+#include "primitives/core/trig.h"
 #include "support/random_frame.h"
 
 namespace framekit::test {
@@ -182,24 +182,15 @@ TEST(Mosaic, BlocksAndRectangles) {
         << c.w << "x" << c.h << " block " << c.b << " {" << c.r.left << "," << c.r.top << ","
         << c.r.right << "," << c.r.bottom << "}";
   }
-  // The worked examples: a 4 x 4 frame in blocks of 4 takes pixel (0, 0)'s colour; {2, 2, 6, 6}
-  // in blocks of 2 changes only pixels inside it.
+  // The worked example: a 4 x 4 frame in blocks of 4 takes pixel (0, 0)'s colour. Without a
+  // rectangle nothing happens.
   Bytes f = RandomFrame(rng, 3 * 4, 4);
   const Bytes corner(f.begin(), f.begin() + 3);
   EffectMosaic(f.data(), 4, 4, 4);
   for (size_t p = 0; p < f.size(); p += 3) EXPECT_EQ(Bytes(&f[p], &f[p] + 3), corner);
-  const Bytes in = RandomFrame(rng, 3 * 9, 9);
-  f = in;
-  const FrameKitRect r{2, 2, 6, 6};
-  EffectMosaicROI(f.data(), 9, 9, 2, &r);
-  for (int x = 0; x < 9; ++x) {
-    for (int y = 0; y < 9; ++y) {
-      if (x < 2 || x >= 6 || y < 2 || y >= 6) {
-        EXPECT_EQ(0, std::memcmp(Px(f, 9, x, y), &in[3 * (y * 9 + x)], 3)) << x << "," << y;
-      }
-    }
-  }
-  EffectMosaicROI(f.data(), 9, 9, 2, nullptr);  // nothing to copy: nothing happens
+  const Bytes mosaic = f;
+  EffectMosaicROI(f.data(), 4, 4, 2, nullptr);
+  EXPECT_EQ(f, mosaic);
 }
 
 }  // namespace

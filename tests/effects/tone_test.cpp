@@ -38,32 +38,24 @@ void CheckBytewise(const std::string& what, const Effect& effect, const ByteRule
   }
 }
 
-TEST(Lightness, BothPathsOnRandomFrames) {
-  for (const int32_t amount : {1, 77, 128, 200, 254, 255, 300}) {
-    const int32_t l = amount > 255 ? 255 : amount;
-    const float s = static_cast<float>(l) / 255.0f;
-    CheckBytewise(
-        "lightness " + std::to_string(amount),
-        [=](uint8_t* f, int32_t w, int32_t h) { EffectLightness(f, w, h, amount); },
-        [=](uint8_t v, Where at) {
-          if (at == Where::kBlock)
-            return Saturate(v + VectorRound(static_cast<float>(255 - v) * s));
-          return static_cast<uint8_t>(v + (255 - v) * l / 255);
-        });
-  }
-}
-
-TEST(Darkness, BothPathsOnRandomFrames) {
-  for (const int32_t amount : {1, 64, 128, 254, 255, 1000}) {
-    const int32_t l = amount > 255 ? 255 : amount;
-    const float s = static_cast<float>(l) / 255.0f;
-    CheckBytewise(
-        "darkness " + std::to_string(amount),
-        [=](uint8_t* f, int32_t w, int32_t h) { EffectDarkness(f, w, h, amount); },
-        [=](uint8_t v, Where at) {
-          if (at == Where::kBlock) return Saturate(v - VectorRound(static_cast<float>(v) * s));
-          return static_cast<uint8_t>(v - v * l / 255);
-        });
+// Both scale the room a byte has (up to 255, down to 0) by the level.
+TEST(LightnessAndDarkness, BothPathsOnRandomFrames) {
+  for (const bool light : {true, false}) {
+    for (const int32_t amount : {1, 64, 77, 128, 200, 254, 255, 300, 1000}) {
+      const int32_t l = amount > 255 ? 255 : amount, sign = light ? 1 : -1;
+      const float s = static_cast<float>(l) / 255.0f;
+      CheckBytewise((light ? "lightness " : "darkness ") + std::to_string(amount),
+                    [=](uint8_t* f, int32_t w, int32_t h) {
+                      (light ? EffectLightness : EffectDarkness)(f, w, h, amount);
+                    },
+                    [=](uint8_t v, Where at) {
+                      const int32_t room = light ? 255 - v : v;
+                      if (at == Where::kBlock) {
+                        return Saturate(v + sign * VectorRound(static_cast<float>(room) * s));
+                      }
+                      return static_cast<uint8_t>(v + sign * (room * l / 255));
+                    });
+    }
   }
 }
 

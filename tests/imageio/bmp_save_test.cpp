@@ -93,32 +93,28 @@ class SaveImage : public ::testing::Test {
 
 TEST_F(SaveImage, PngNameGivesBmpWithFirstRowOnTop) {
   const auto file = TestPathFor(".png");
-  const auto rgb24 = MakeFrame(5, 3, 3, 16);
-  SaveImageRGB24(rgb24.data(), 5, 3, file.u16string().c_str());
-  auto bmp = DecodeBmp(ReadBack(file).value_or(std::vector<uint8_t>{}));
-  ASSERT_TRUE(bmp);
-  EXPECT_EQ(bmp->width, 5);
-  EXPECT_EQ(bmp->height, 3);
-  EXPECT_EQ(bmp->bits, 24);
-  EXPECT_EQ(bmp->colours, FrameColours(rgb24, 5, 3, 3, 16));
-
-  const auto rgb32 = MakeFrame(3, 4, 4, 12);
-  SaveImageRGB32(rgb32.data(), 3, 4, file.u16string().c_str());
-  const auto bytes = ReadBack(file).value_or(std::vector<uint8_t>{});
-  bmp = DecodeBmp(bytes);
-  ASSERT_TRUE(bmp);
-  EXPECT_EQ(bmp->width, 3);
-  EXPECT_EQ(bmp->height, 4);
-  EXPECT_EQ(bmp->colours, FrameColours(rgb32, 3, 4, 4, 12));
-#ifndef _WIN32
-  // GDI+ picks the depth on Windows (Wine drops the fourth byte); natively nothing is lost.
-  EXPECT_EQ(bmp->bits, 32);
-  ASSERT_EQ(bytes.size(), 54u + 48u);
-  for (int y = 0; y < 4; ++y) {  // bottom-up rows, fourth bytes included
-    EXPECT_TRUE(std::equal(rgb32.begin() + y * 12, rgb32.begin() + y * 12 + 12,
-                           bytes.begin() + 54 + (3 - y) * 12));
-  }
+  for (const int32_t bpp : {3, 4}) {
+    const int32_t w = bpp == 3 ? 5 : 3, h = bpp == 3 ? 3 : 4, stride = bpp == 3 ? 16 : 12;
+    const auto frame = MakeFrame(w, h, bpp, stride);
+    (bpp == 3 ? SaveImageRGB24 : SaveImageRGB32)(frame.data(), w, h, file.u16string().c_str());
+    const auto bytes = ReadBack(file).value_or(std::vector<uint8_t>{});
+    const auto bmp = DecodeBmp(bytes);
+    ASSERT_TRUE(bmp) << bpp;
+    EXPECT_EQ(bmp->width, w);
+    EXPECT_EQ(bmp->height, h);
+    EXPECT_EQ(bmp->colours, FrameColours(frame, w, h, bpp, stride));
+#ifdef _WIN32
+    if (bpp == 4) continue;  // GDI+ picks the depth (Wine drops the fourth byte)
 #endif
+    EXPECT_EQ(bmp->bits, 8 * bpp);
+    if (bpp == 3) continue;
+    // Natively nothing is lost: bottom-up rows, fourth bytes included.
+    ASSERT_EQ(bytes.size(), 54u + 48u);
+    for (int y = 0; y < 4; ++y) {
+      EXPECT_TRUE(std::equal(frame.begin() + y * 12, frame.begin() + y * 12 + 12,
+                             bytes.begin() + 54 + (3 - y) * 12));
+    }
+  }
 }
 
 TEST_F(SaveImage, NonAsciiNameAndExistingFileReplaced) {

@@ -75,6 +75,11 @@ void Protect(uint8_t* p, size_t size, bool writable) {
 
 size_t Magnitude(int32_t v) { return static_cast<size_t>(v < 0 ? -int64_t{v} : int64_t{v}); }
 
+// The sentinel byte at a position of the accessible region.
+uint8_t SentinelAt(size_t index) {
+  return static_cast<uint8_t>(0xA5u ^ (index * 0x3Bu) ^ (index >> 8));
+}
+
 }  // namespace
 
 std::string Describe(const ImageLayout& l) {
@@ -101,31 +106,10 @@ GuardedImage::GuardedImage(const ImageLayout& layout) : layout_(layout) {
   const size_t start = layout.flush == Flush::kEnd ? region_size_ - span : 0;
   first_ = start + static_cast<size_t>(layout.lead);
   row0_ = layout.step < 0 ? first_ + (static_cast<size_t>(layout.height) - 1) * stride : first_;
-  FillPixels(0);
+  for (size_t i = 0; i < region_size_; ++i) region_[i] = SentinelAt(i);
 }
 
-GuardedImage::~GuardedImage() { Release(); }
-
-GuardedImage::GuardedImage(GuardedImage&& other) noexcept { *this = std::move(other); }
-
-GuardedImage& GuardedImage::operator=(GuardedImage&& other) noexcept {
-  if (this != &other) {
-    Release();
-    layout_ = other.layout_;
-    mapping_ = std::exchange(other.mapping_, nullptr);
-    mapping_size_ = std::exchange(other.mapping_size_, 0);
-    region_ = std::exchange(other.region_, nullptr);
-    region_size_ = std::exchange(other.region_size_, 0);
-    first_ = other.first_;
-    row0_ = other.row0_;
-  }
-  return *this;
-}
-
-void GuardedImage::Release() {
-  if (mapping_ != nullptr) Unmap(mapping_, mapping_size_);
-  mapping_ = nullptr;
-}
+GuardedImage::~GuardedImage() { Unmap(mapping_, mapping_size_); }
 
 void GuardedImage::Restore(std::span<const uint8_t> snapshot) {
   if (snapshot.size() != region_size_) Die("snapshot of another layout");
@@ -133,7 +117,7 @@ void GuardedImage::Restore(std::span<const uint8_t> snapshot) {
 }
 
 void GuardedImage::FillRandom(Rng& rng) {
-  FillPixels(0);
+  for (size_t i = 0; i < region_size_; ++i) region_[i] = SentinelAt(i);
   const size_t stride = Magnitude(layout_.step);
   for (int32_t r = 0; r < layout_.height; ++r) {
     rng.Fill({region_ + first_ + static_cast<size_t>(r) * stride,
@@ -141,31 +125,16 @@ void GuardedImage::FillRandom(Rng& rng) {
   }
 }
 
-void GuardedImage::FillPixels(uint8_t value) {
-  for (size_t i = 0; i < region_size_; ++i) region_[i] = SentinelAt(i);
-  const size_t stride = Magnitude(layout_.step);
-  for (int32_t r = 0; r < layout_.height; ++r) {
-    std::memset(region_ + first_ + static_cast<size_t>(r) * stride, value,
-                static_cast<size_t>(layout_.row_bytes));
-  }
-}
-
 void GuardedImage::SetReadOnly(bool read_only) { Protect(region_, region_size_, !read_only); }
 
-bool GuardedImage::IsPixel(size_t index) const {
-  if (index < first_) return false;
-  const size_t rel = index - first_;
-  const size_t row_bytes = static_cast<size_t>(layout_.row_bytes);
-  if (layout_.height == 1) return rel < row_bytes;
-  const size_t stride = Magnitude(layout_.step);
-  return rel / stride < static_cast<size_t>(layout_.height) && rel % stride < row_bytes;
-}
-
 bool GuardedImage::PixelAt(size_t index, int32_t* row, int32_t* byte) const {
-  if (!IsPixel(index)) return false;
+  if (index < first_) return false;
   const size_t rel = index - first_;
   const size_t stride = layout_.height == 1 ? rel + 1 : Magnitude(layout_.step);
   const auto mem_row = static_cast<int32_t>(rel / stride);
+  if (mem_row >= layout_.height || rel % stride >= static_cast<size_t>(layout_.row_bytes)) {
+    return false;
+  }
   *row = layout_.step < 0 ? layout_.height - 1 - mem_row : mem_row;
   *byte = static_cast<int32_t>(rel % stride);
   return true;

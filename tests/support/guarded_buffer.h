@@ -13,7 +13,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -37,17 +36,10 @@ struct ImageLayout {
 // "17 B x 3 rows, step 20, lead 5, flush start"
 std::string Describe(const ImageLayout& layout);
 
-// The sentinel byte expected at a position of the accessible region.
-inline uint8_t SentinelAt(size_t index) {
-  return static_cast<uint8_t>(0xA5u ^ (index * 0x3Bu) ^ (index >> 8));
-}
-
 class GuardedImage {
  public:
   explicit GuardedImage(const ImageLayout& layout);
   ~GuardedImage();
-  GuardedImage(GuardedImage&& other) noexcept;
-  GuardedImage& operator=(GuardedImage&& other) noexcept;
   GuardedImage(const GuardedImage&) = delete;
   GuardedImage& operator=(const GuardedImage&) = delete;
 
@@ -66,13 +58,10 @@ class GuardedImage {
 
   // Sentinel everywhere, then random pixels.
   void FillRandom(Rng& rng);
-  // Sentinel everywhere, then every pixel byte set to `value`.
-  void FillPixels(uint8_t value);
 
   // Read-only makes every write fault, for images a primitive only reads.
   void SetReadOnly(bool read_only);
 
-  bool IsPixel(size_t index) const;
   // The row (as the primitive counts them, bottom-up layouts included) and the byte within the
   // row of a pixel byte; false for any other byte.
   bool PixelAt(size_t index, int32_t* row, int32_t* byte) const;
@@ -81,8 +70,6 @@ class GuardedImage {
   std::string Locate(size_t index, int bytes_per_pixel = 1) const;
 
  private:
-  void Release();
-
   ImageLayout layout_;
   uint8_t* mapping_ = nullptr;  // guard page, region, guard page
   size_t mapping_size_ = 0;

@@ -8,7 +8,7 @@ namespace framekit::tool {
 std::vector<DemoStep> AllDemoSteps(const Image& original) {
   std::vector<DemoStep> steps;
   for (auto family : {FlipSteps, CropCutSteps, FillSteps, ConvertSteps, EffectSteps, TextureSteps,
-                      ResizeSteps, RotateSteps, MotionSteps, MemorySteps}) {
+                      ResizeSteps, RotateSteps, MotionSteps, ComposeSteps, MemorySteps}) {
     std::vector<DemoStep> more = family(original);
     steps.insert(steps.end(), more.begin(), more.end());
   }

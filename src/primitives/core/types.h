@@ -21,6 +21,10 @@ inline constexpr Status ippStsMirrorFlipErr = -21;
 inline constexpr Status ippStsInterpolationErr = -22;
 inline constexpr Status ippStsResizeFactorErr = -23;
 inline constexpr Status ippStsChannelOrderErr = -60;  // channel swap: an order outside 0..2
+// framekit's own codes, from primitives whose statuses no export passes on.
+inline constexpr Status ippStsAlphaTypeErr = -220;         // alpha composite: a type outside 0..11
+inline constexpr Status ippStsNotSupportedModeErr = -221;  // alpha composite: types 1..11
+inline constexpr Status ippStsOutOfRangeErr = -222;        // a weight or mode outside its range
 
 // A region size in pixels, passed by value: width then height.
 struct Size {

@@ -45,38 +45,29 @@ class PrimitiveMemory : public ::testing::Test {
   HookLog log_;
 };
 
-TEST_F(PrimitiveMemory, OnePixelImage) {
-  int32_t step = -1;
-  uint8_t* p = zqippiMalloc_8u_C3(1, 1, &step);
-  ASSERT_NE(p, nullptr);
-  EXPECT_EQ(step, 64);
-  EXPECT_EQ(reinterpret_cast<uintptr_t>(p) % 64, 0u);
-  ASSERT_EQ(log_.sizes.size(), 1u);
-  EXPECT_EQ(log_.sizes[0], 64u + 72u);
-  // The block address sits in the 8 bytes before the image, at least 8 bytes into the block.
-  void* block = nullptr;
-  std::memcpy(&block, p - 8, sizeof block);
-  EXPECT_EQ(block, log_.blocks[0]);
-  EXPECT_GE(p - static_cast<uint8_t*>(block), 8);
-  EXPECT_LE(p + 64, static_cast<uint8_t*>(block) + 64 + 72);
-  std::memset(p, 0xAB, 64);  // the whole row is usable
-  zqippiFree(p);
-  ASSERT_EQ(log_.released.size(), 1u);
-  EXPECT_EQ(log_.released[0], block);
-}
-
-TEST_F(PrimitiveMemory, StepIsThreeWidthRoundedUpTo64) {
+// The step is 3 * width rounded up to 64; the block holds three such rows and 72 bytes more,
+// its address sits in the 8 bytes before the 64-aligned image, and that block is what is freed.
+TEST_F(PrimitiveMemory, StepAlignmentAndBlock) {
   const struct {
     int32_t width, step;
-  } cases[] = {{21, 64}, {22, 128}, {640, 1920}, {1918, 5760}, {1920, 5760}, {43, 192}};
+  } cases[] = {{1, 64}, {21, 64}, {22, 128}, {640, 1920}, {1918, 5760}, {1920, 5760}, {43, 192}};
   for (const auto& c : cases) {
-    int32_t step = 0;
+    log_ = {};
+    int32_t step = -1;
     uint8_t* p = zqippiMalloc_8u_C3(c.width, 3, &step);
     ASSERT_NE(p, nullptr) << c.width;
     EXPECT_EQ(step, c.step) << c.width;
-    EXPECT_EQ(log_.sizes.back(), static_cast<size_t>(c.step) * 3 + 72) << c.width;
+    ASSERT_EQ(log_.sizes.size(), 1u);
+    EXPECT_EQ(log_.sizes[0], static_cast<size_t>(c.step) * 3 + 72) << c.width;
     EXPECT_EQ(reinterpret_cast<uintptr_t>(p) % 64, 0u);
+    void* block = nullptr;
+    std::memcpy(&block, p - 8, sizeof block);
+    EXPECT_EQ(block, log_.blocks[0]);
+    EXPECT_GE(p - static_cast<uint8_t*>(block), 8);
+    EXPECT_LE(p + 3 * c.step, static_cast<uint8_t*>(block) + log_.sizes[0]);
+    std::memset(p, 0xAB, static_cast<size_t>(3 * c.step));  // every row is usable
     zqippiFree(p);
+    EXPECT_EQ(log_.released, std::vector<void*>{block}) << c.width;
   }
 }
 

@@ -67,30 +67,22 @@ TEST(RotateRef, ChecksInOrder) {
 }
 
 // A source point (x, y) lands at (x cos a + y sin a + xs, -x sin a + y cos a + ys): with the
-// shifts that keep a w x h picture on the destination, quarter and half turns are exact moves.
+// shifts that keep a w x h picture on the destination, quarter and half turns are exact moves of
+// each pixel centre.
 TEST(RotateRef, QuarterAndHalfTurnsMoveWholePixels) {
   const int32_t w = 7, h = 5;
   test::Rng rng("rotate/quarter");
   const Bytes src = test::RandomFrame(rng, 3 * w, h);
-  struct Case {
+  const struct {
     double angle, xs, ys;
-    bool swap;                                            // destination h x w
-    int32_t (*to_x)(int32_t, int32_t, int32_t, int32_t);  // (i, j, w, h) -> destination x
-    int32_t (*to_y)(int32_t, int32_t, int32_t, int32_t);
-  };
-  const Case cases[] = {
-      {90, 0, w, true, [](int32_t, int32_t j, int32_t, int32_t) { return j; },
-       [](int32_t i, int32_t, int32_t ww, int32_t) { return ww - 1 - i; }},
-      {-270, 0, w, true, [](int32_t, int32_t j, int32_t, int32_t) { return j; },
-       [](int32_t i, int32_t, int32_t ww, int32_t) { return ww - 1 - i; }},
-      {180, w, h, false, [](int32_t i, int32_t, int32_t ww, int32_t) { return ww - 1 - i; },
-       [](int32_t, int32_t j, int32_t, int32_t hh) { return hh - 1 - j; }},
-      {270, h, 0, true, [](int32_t, int32_t j, int32_t, int32_t hh) { return hh - 1 - j; },
-       [](int32_t i, int32_t, int32_t, int32_t) { return i; }},
-      {720, 0, 0, false, [](int32_t i, int32_t, int32_t, int32_t) { return i; },
-       [](int32_t, int32_t j, int32_t, int32_t) { return j; }},
-  };
-  for (const Case& c : cases) {
+    bool swap;  // destination h x w
+  } cases[] = {{90, 0, w, true},
+               {-270, 0, w, true},
+               {180, w, h, false},
+               {270, h, 0, true},
+               {720, 0, 0, false}};
+  for (const auto& c : cases) {
+    const double a = c.angle * 3.14159265358979323846 / 180, cos = std::cos(a), sin = std::sin(a);
     for (const int32_t code : {1, 2, 4}) {
       Turn t;
       t.src = {w, h}, t.src_roi = {0, 0, w, h};
@@ -100,7 +92,9 @@ TEST(RotateRef, QuarterAndHalfTurnsMoveWholePixels) {
       ASSERT_EQ(Turned(t, src, &dst), 0);
       for (int32_t j = 0; j < h; ++j) {
         for (int32_t i = 0; i < w; ++i) {
-          const int32_t x = c.to_x(i, j, w, h), y = c.to_y(i, j, w, h);
+          const double cx = i + 0.5, cy = j + 0.5;
+          const auto x = static_cast<int32_t>(std::floor(cx * cos + cy * sin + c.xs));
+          const auto y = static_cast<int32_t>(std::floor(-cx * sin + cy * cos + c.ys));
           for (int ch = 0; ch < 3; ++ch) {
             ASSERT_EQ(dst[3 * (y * t.dst.width + x) + ch], src[3 * (j * w + i) + ch])
                 << c.angle << " code " << code << " pixel " << i << "," << j;

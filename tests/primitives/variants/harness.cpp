@@ -25,29 +25,19 @@ std::deque<VariantSubject>& Subjects() {
 
 constexpr const char* kLevelNames[] = {"ref", "sse2", "ssse3", "sse41", "avx", "avx2"};
 
-// Row steps for a row of pixels: packed, one to three bytes of padding, rounded up to 4 and 64.
-enum class StepKind { kPacked, kPlus1, kPlus2, kPlus3, kRound4, kRound64 };
-constexpr int kStepKindCount = 6;
+// Row steps for a row of pixels, by kind: 0 packed, 1-3 that many bytes of padding, 4 and 5
+// rounded up to 4 and to 64 bytes.
+constexpr int kStepKindCount = 6, kRound4 = 4;
 
-int32_t StepFor(StepKind kind, int32_t row_bytes) {
-  switch (kind) {
-    case StepKind::kPacked:
-      return row_bytes;
-    case StepKind::kPlus1:
-    case StepKind::kPlus2:
-    case StepKind::kPlus3:
-      return row_bytes + static_cast<int32_t>(kind);
-    case StepKind::kRound4:
-      return (row_bytes + 3) / 4 * 4;
-    case StepKind::kRound64:
-      return (row_bytes + 63) / 64 * 64;
-  }
-  return row_bytes;
+int32_t StepFor(int kind, int32_t row_bytes) {
+  if (kind < kRound4) return row_bytes + kind;
+  const int32_t to = kind == kRound4 ? 4 : 64;
+  return (row_bytes + to - 1) / to * to;
 }
 
 // Where one image of a case lies in memory.
 struct Placement {
-  StepKind step = StepKind::kPacked;
+  int step = 0;            // the step's kind
   bool bottom_up = false;  // negative step
   int32_t lead = 0;
   Flush flush = Flush::kEnd;
@@ -127,7 +117,7 @@ std::vector<Case> ValidCases(const PrimitiveShape& shape, Rng& rng) {
     std::vector<Placement> placements(n);
     const int pick = sampled ? rng.Uniform(0, combos - 1) : combo;
     for (size_t i = 0, k = static_cast<size_t>(pick); i < n; ++i, k /= kStepKindCount) {
-      placements[i].step = static_cast<StepKind>(k % kStepKindCount);
+      placements[i].step = static_cast<int>(k % kStepKindCount);
     }
     for (const int32_t w : widths) add(w, rng.Pick(heights), rng.Pick(axes), placements);
   }
@@ -135,7 +125,7 @@ std::vector<Case> ValidCases(const PrimitiveShape& shape, Rng& rng) {
   auto random_placements = [&] {
     std::vector<Placement> placements(n);
     for (Placement& p : placements) {
-      p.step = static_cast<StepKind>(rng.Uniform(0, kStepKindCount - 1));
+      p.step = rng.Uniform(0, kStepKindCount - 1);
       p.bottom_up = rng.OneIn(4);
       p.lead = rng.OneIn(4) ? 0 : rng.Uniform(1, 63);
       p.flush = rng.OneIn(2) ? Flush::kStart : Flush::kEnd;
@@ -231,24 +221,25 @@ struct CallBuffers {
   CallArgs args;
   int alias_source = -1;  // the source whose buffer a destination shares, if any
 
-  CallBuffers(const PrimitiveShape& shape, const Case& c, Rng& rng) {
+  CallBuffers(const PrimitiveShape& shape, const Case& c, Rng& rng)
+      : images(shape.images.size()), initial(shape.images.size()) {
     const size_t n = shape.images.size();
     int aliased = -1;
     if (c.alias >= 0) {
       alias_source = shape.in_place[static_cast<size_t>(c.alias)].first;
       aliased = shape.in_place[static_cast<size_t>(c.alias)].second;
     }
-    images.resize(n);
-    initial.resize(n);
     for (size_t i = 0; i < n; ++i) {
       const ImageArg& arg = shape.images[i];
       args.size[i] = RegionOf(arg, c.told[arg.size]);
       if (static_cast<int>(i) == aliased) continue;
       GuardedImage& image = images[i].emplace(c.layouts[i]);
       image.FillRandom(rng);
+      if (arg.levels < 256) {
+        for (uint8_t& v : image.bytes()) v = static_cast<uint8_t>(v % arg.levels);
+      }
       initial[i] = image.Snapshot();
-      const bool read_only = arg.access == Access::kRead && static_cast<int>(i) != alias_source;
-      if (read_only) image.SetReadOnly(true);
+      if (IsSource(shape, i)) image.SetReadOnly(true);
       const int32_t b = arg.border;
       args.image[i] = c.null_arg == static_cast<int>(i)
                           ? nullptr
@@ -282,7 +273,7 @@ struct CallBuffers {
   // Puts every writable image back as it was before the first call.
   void Restore(const PrimitiveShape& shape) {
     for (size_t i = 0; i < images.size(); ++i) {
-      if (images[i] && (!IsSource(shape, i))) images[i]->Restore(initial[i]);
+      if (images[i] && !IsSource(shape, i)) images[i]->Restore(initial[i]);
     }
   }
 
@@ -327,26 +318,19 @@ struct Contender {
 
 // Runs cases on fresh guarded buffers: first the reference, then each contender on the same
 // input, comparing statuses and every byte of every image.
-class CaseRunner {
- public:
-  CaseRunner(const VariantSubject& subject, Rng& rng, int max_failures)
-      : subject_(subject), shape_(subject.shape), rng_(rng), max_failures_(max_failures) {}
+struct CaseRunner {
+  const VariantSubject& subject;
+  const PrimitiveShape& shape;
+  Rng& rng;
+  int max_failures;
+  std::vector<std::string> failures{};
 
   // False once the failure budget is spent.
   bool Run(const Case& c, const std::vector<Contender>& contenders);
-  std::vector<std::string> TakeFailures() { return std::move(failures_); }
-
- private:
   // The reference's own duties: fail on invalid arguments, write nothing on failure, never
   // write padding or borders, never change a source.
   std::vector<std::string> CheckReference(const Case& c, Status status, const CallBuffers& b) const;
   void Fail(const std::string& who, const std::string& where, const std::vector<std::string>& what);
-
-  const VariantSubject& subject_;
-  const PrimitiveShape& shape_;
-  Rng& rng_;
-  int max_failures_;
-  std::vector<std::string> failures_;
 };
 
 std::vector<std::string> CaseRunner::CheckReference(const Case& c, Status status,
@@ -358,8 +342,8 @@ std::vector<std::string> CaseRunner::CheckReference(const Case& c, Status status
   for (size_t i = 0; i < b.images.size(); ++i) {
     if (!b.images[i]) continue;
     const GuardedImage& image = *b.images[i];
-    const ImageArg& arg = shape_.images[i];
-    if (status < 0 || b.IsSource(shape_, i)) {
+    const ImageArg& arg = shape.images[i];
+    if (status < 0 || b.IsSource(shape, i)) {
       if (std::string diff = Difference(image, b.initial[i], arg, 0); !diff.empty()) {
         problems.push_back("changed " + std::string(arg.name) + " (status " +
                            std::to_string(status) + "): " + diff);
@@ -373,24 +357,24 @@ std::vector<std::string> CaseRunner::CheckReference(const Case& c, Status status
 
 void CaseRunner::Fail(const std::string& who, const std::string& where,
                       const std::vector<std::string>& what) {
-  std::string message = subject_.name + " " + who + ":";
+  std::string message = subject.name + " " + who + ":";
   for (const std::string& line : what) message += "\n  " + line;
   message += "\n  case: " + where + "\n  " + SeedNote();
-  if (static_cast<int>(failures_.size()) + 1 == max_failures_) {
+  if (static_cast<int>(failures.size()) + 1 == max_failures) {
     message += "\n  (stopping here: later cases not run)";
   }
-  failures_.push_back(std::move(message));
+  failures.push_back(std::move(message));
 }
 
 bool CaseRunner::Run(const Case& c, const std::vector<Contender>& contenders) {
-  CallBuffers b(shape_, c, rng_);
-  const std::string where = DescribeCase(shape_, c);
+  CallBuffers b(shape, c, rng);
+  const std::string where = DescribeCase(shape, c);
   auto call = [&](const Contender& who) {
-    const FaultNote note(subject_.name + " " + who.label + ", case " + where);
-    return subject_.call_class(who.cls, b.args);
+    const FaultNote note(subject.name + " " + who.label + ", case " + where);
+    return subject.call_class(who.cls, b.args);
   };
 
-  const Contender reference{BodyLabel(subject_, 0), 0};
+  const Contender reference{BodyLabel(subject, 0), 0};
   const Status expected = call(reference);
   std::vector<std::vector<uint8_t>> expected_bytes(b.images.size());
   for (size_t i = 0; i < b.images.size(); ++i) {
@@ -399,10 +383,10 @@ bool CaseRunner::Run(const Case& c, const std::vector<Contender>& contenders) {
   if (const auto problems = CheckReference(c, expected, b); !problems.empty()) {
     Fail(reference.label, where, problems);
   }
-  b.Restore(shape_);
+  b.Restore(shape);
 
   for (const Contender& who : contenders) {
-    if (static_cast<int>(failures_.size()) >= max_failures_) break;
+    if (static_cast<int>(failures.size()) >= max_failures) break;
     const Status got = call(who);
     std::vector<std::string> problems;
     if (got != expected) {
@@ -411,18 +395,18 @@ bool CaseRunner::Run(const Case& c, const std::vector<Contender>& contenders) {
     }
     for (size_t i = 0; i < b.images.size(); ++i) {
       if (!b.images[i]) continue;
-      const ImageArg& arg = shape_.images[i];
+      const ImageArg& arg = shape.images[i];
       // Scratch pixels are the body's own; their padding is compared like any other.
-      const int tolerance = arg.access == Access::kScratch ? kAnyPixel : shape_.tolerance;
+      const int tolerance = arg.access == Access::kScratch ? kAnyPixel : shape.tolerance;
       if (std::string diff = Difference(*b.images[i], expected_bytes[i], arg, tolerance);
           !diff.empty()) {
         problems.push_back(std::move(diff));
       }
     }
     if (!problems.empty()) Fail(who.label, where, problems);
-    b.Restore(shape_);
+    b.Restore(shape);
   }
-  return static_cast<int>(failures_.size()) < max_failures_;
+  return static_cast<int>(failures.size()) < max_failures;
 }
 
 std::string ClassLabel(int cls) {
@@ -466,7 +450,7 @@ std::vector<int> DistinctClasses(const VariantSubject& s, int max_class) {
 
 std::vector<std::string> CheckVariants(const VariantSubject& subject, const CheckOptions& options) {
   Rng rng("variants/" + subject.name);
-  CaseRunner runner(subject, rng, options.max_failures);
+  CaseRunner runner{subject, subject.shape, rng, options.max_failures};
   std::vector<Contender> bodies;
   for (const int cls : DistinctClasses(subject, options.max_class)) {
     if (cls > 0) bodies.push_back({BodyLabel(subject, cls), cls});
@@ -481,7 +465,7 @@ std::vector<std::string> CheckVariants(const VariantSubject& subject, const Chec
   for (const Case& c : cases) {
     if (!runner.Run(c, bodies)) break;
   }
-  return runner.TakeFailures();
+  return std::move(runner.failures);
 }
 
 // ---- Benchmark calls
@@ -498,7 +482,7 @@ BenchCall::BenchCall(const VariantSubject& subject, Size frame, int32_t axis) {
   const PrimitiveShape& shape = subject.shape;
   std::vector<Placement> placements(shape.images.size());
   for (Placement& p : placements) {
-    p.step = StepKind::kRound4;
+    p.step = kRound4;
     p.flush = Flush::kStart;  // the first pixel on a page boundary
   }
   const Size sizes[kMaxSizes] = {frame, frame};

@@ -48,6 +48,8 @@ struct ImageArg {
   // Pixels around the region that the primitive may read (columns left and right, rows above
   // and below): they hold random pixels, lie inside the guard pages and must never be written.
   int border = 0;
+  // Pixel bytes are drawn from 0..levels-1: a small number makes equal pixels common (keys).
+  int levels = 256;
 };
 
 inline constexpr int kMaxImages = 6;  // three source frames, a mask, a destination, a scratch
