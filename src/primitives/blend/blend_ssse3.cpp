@@ -1,6 +1,8 @@
-// Overlay blends, SSSE3 level: 16 bytes a step in 16-bit lanes. The 4-byte source over a 3-byte
-// destination takes 16 pixels a step: the destination's four groups of four pixels are spread to
-// 4-byte pixels with byte shuffles, blended beside the source's pixels and packed back.
+// Overlay blends, SSSE3 level: the constant blend as the AVX2 body does it (multiply-add of the
+// byte pairs, rounding multiply-high, ties found from the bytes' difference), the others in
+// 16-bit lanes. The 4-byte source over a 3-byte destination takes 16 pixels a step: the
+// destination's four groups of four pixels are spread to 4-byte pixels with byte shuffles,
+// blended beside the source's pixels and packed back.
 #include <tmmintrin.h>
 
 #include "primitives/blend/blend.h"
@@ -14,13 +16,13 @@ inline __m128i Load(const uint8_t* p) {
 }
 inline void Store(uint8_t* p, __m128i v) { _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v); }
 
-// c + RoundHalfEven((s - c) f / 256) in 16-bit lanes, f in 0..256: u = c (256 - f) + s f is
-// c * 256 + (s - c) f exactly, so u >> 8 is c + q and the parity of q is that of (u >> 8) ^ c.
-inline __m128i Blend16(__m128i c, __m128i s, __m128i f) {
-  const __m128i u = _mm_add_epi16(_mm_mullo_epi16(c, _mm_sub_epi16(_mm_set1_epi16(256), f)),
-                                  _mm_mullo_epi16(s, f));
-  const __m128i odd = _mm_and_si128(_mm_xor_si128(_mm_srli_epi16(u, 8), c), _mm_set1_epi16(1));
-  return _mm_srli_epi16(_mm_add_epi16(_mm_add_epi16(u, _mm_set1_epi16(127)), odd), 8);
+// c + RoundHalfEven((s - c) a / 256) in 16-bit lanes, with c127 = c * 256 + 127: the low 16 bits
+// of p = (s - c) a are exact for the sum c * 256 + p, and bit 8 of p is the parity of the floor
+// of p / 256, which the ties round to.
+inline __m128i AlphaBlend16(__m128i c, __m128i c127, __m128i s, __m128i a) {
+  const __m128i p = _mm_mullo_epi16(_mm_sub_epi16(s, c), a);
+  const __m128i odd = _mm_and_si128(_mm_srli_epi16(p, 8), _mm_set1_epi16(1));
+  return _mm_srli_epi16(_mm_add_epi16(_mm_add_epi16(c127, p), odd), 8);
 }
 
 // d(x) = (x + (x >> 8) + 1) >> 8 in 16-bit lanes (x up to 255 * 255).
@@ -43,6 +45,7 @@ Status BlendAlpha_8u_AC4C3R(const uint8_t* src, int32_t src_step, uint8_t* dst, 
                             Size roi, int32_t scale) {
   if (const Status s = CheckBlend(src, dst, roi, scale); s != ippStsNoErr) return s;
   const __m128i zero = _mm_setzero_si128(), factor = _mm_set1_epi16(static_cast<int16_t>(scale));
+  const __m128i low127 = _mm_set1_epi8(127);
   // Destination pixels 0-3 of a 16-byte load at offset 0, or 4-7 of one at offset 8 (bytes 4-15).
   const __m128i spread[2] = {
       _mm_setr_epi8(0, 1, 2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11, -1),
@@ -64,8 +67,10 @@ Status BlendAlpha_8u_AC4C3R(const uint8_t* src, int32_t src_step, uint8_t* dst, 
         const __m128i a = _mm_shuffle_epi8(s, alpha);
         const __m128i a_lo = _mm_srli_epi16(_mm_mullo_epi16(_mm_unpacklo_epi8(a, zero), factor), 8);
         const __m128i a_hi = _mm_srli_epi16(_mm_mullo_epi16(_mm_unpackhi_epi8(a, zero), factor), 8);
-        const __m128i lo = Blend16(_mm_unpacklo_epi8(c, zero), _mm_unpacklo_epi8(s, zero), a_lo);
-        const __m128i hi = Blend16(_mm_unpackhi_epi8(c, zero), _mm_unpackhi_epi8(s, zero), a_hi);
+        const __m128i lo = AlphaBlend16(_mm_unpacklo_epi8(c, zero), _mm_unpacklo_epi8(low127, c),
+                                        _mm_unpacklo_epi8(s, zero), a_lo);
+        const __m128i hi = AlphaBlend16(_mm_unpackhi_epi8(c, zero), _mm_unpackhi_epi8(low127, c),
+                                        _mm_unpackhi_epi8(s, zero), a_hi);
         r[k] = _mm_shuffle_epi8(_mm_packus_epi16(lo, hi), pack);
       }
       Store(d, _mm_or_si128(r[0], _mm_slli_si128(r[1], 12)));
@@ -77,20 +82,68 @@ Status BlendAlpha_8u_AC4C3R(const uint8_t* src, int32_t src_step, uint8_t* dst, 
   return ippStsNoErr;
 }
 
+namespace {
+
+// The constant blend of 16 bytes by the plan (see PlanConstBlend), as in the AVX2 body.
+enum class ConstKind { kEven, kOddFromC, kOddFromS };
+
+template <ConstKind kKind, bool kPositive>
+inline void ConstBlend16(const uint8_t* in, uint8_t* out, __m128i weights, __m128i multiplier,
+                         __m128i down_mask, __m128i down_value) {
+  const __m128i c = Load(out), s = Load(in);
+  const __m128i lo =
+      _mm_mulhrs_epi16(_mm_maddubs_epi16(_mm_unpacklo_epi8(c, s), weights), multiplier);
+  const __m128i hi =
+      _mm_mulhrs_epi16(_mm_maddubs_epi16(_mm_unpackhi_epi8(c, s), weights), multiplier);
+  __m128i result, down;
+  if (kKind == ConstKind::kEven) {
+    result = _mm_packus_epi16(lo, hi);
+    down = _mm_cmpeq_epi8(_mm_and_si128(_mm_sub_epi8(s, c), down_mask), down_value);
+  } else {
+    result = _mm_add_epi8(_mm_packs_epi16(lo, hi), kKind == ConstKind::kOddFromC ? c : s);
+    down = _mm_cmpeq_epi8(kPositive ? _mm_subs_epu8(s, c) : _mm_subs_epu8(c, s),
+                          _mm_set1_epi8(static_cast<char>(0x80)));
+  }
+  Store(out, _mm_add_epi8(result, down));
+}
+
+template <ConstKind kKind, bool kPositive = false>
+int64_t ConstBlendRow(const uint8_t* in, uint8_t* out, int64_t bytes, const ConstBlendPlan& plan) {
+  const __m128i weights = _mm_set1_epi16(
+      static_cast<int16_t>(static_cast<uint16_t>(static_cast<uint8_t>(plan.weight_c)) |
+                           static_cast<uint16_t>(static_cast<uint8_t>(plan.weight_s) << 8)));
+  const __m128i multiplier = _mm_set1_epi16(plan.multiplier);
+  const __m128i down_mask = _mm_set1_epi8(static_cast<char>(plan.down_mask));
+  const __m128i down_value = _mm_set1_epi8(static_cast<char>(plan.down_value));
+  int64_t i = 0;
+  for (; i + 16 <= bytes; i += 16) {
+    ConstBlend16<kKind, kPositive>(in + i, out + i, weights, multiplier, down_mask, down_value);
+  }
+  return i;
+}
+
+}  // namespace
+
 Status BlendConst_8u_C3R(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_step,
                          Size roi, int32_t t) {
   if (const Status s = CheckBlend(src, dst, roi, t); s != ippStsNoErr) return s;
-  const __m128i zero = _mm_setzero_si128(), factor = _mm_set1_epi16(static_cast<int16_t>(t));
+  if (t == 0) return ippStsNoErr;  // c + 0
   const int64_t bytes = 3 * int64_t{roi.width};
+  const ConstBlendPlan plan = PlanConstBlend(t == 256 ? 1 : t);
   for (int64_t y = 0; y < roi.height; ++y) {
     const uint8_t* in = RowAt(src, src_step, y);
     uint8_t* out = RowAt(dst, dst_step, y);
     int64_t i = 0;
-    for (; i + 16 <= bytes; i += 16) {
-      const __m128i c = Load(out + i), s = Load(in + i);
-      const __m128i lo = Blend16(_mm_unpacklo_epi8(c, zero), _mm_unpacklo_epi8(s, zero), factor);
-      const __m128i hi = Blend16(_mm_unpackhi_epi8(c, zero), _mm_unpackhi_epi8(s, zero), factor);
-      Store(out + i, _mm_packus_epi16(lo, hi));
+    if (t == 256) {  // s exactly
+      for (; i + 16 <= bytes; i += 16) Store(out + i, Load(in + i));
+    } else if (!plan.odd) {
+      i = ConstBlendRow<ConstKind::kEven>(in, out, bytes, plan);
+    } else if (plan.from_s) {
+      i = plan.down_positive ? ConstBlendRow<ConstKind::kOddFromS, true>(in, out, bytes, plan)
+                             : ConstBlendRow<ConstKind::kOddFromS, false>(in, out, bytes, plan);
+    } else {
+      i = plan.down_positive ? ConstBlendRow<ConstKind::kOddFromC, true>(in, out, bytes, plan)
+                             : ConstBlendRow<ConstKind::kOddFromC, false>(in, out, bytes, plan);
     }
     for (; i < bytes; ++i) out[i] = RoundBlend(out[i], in[i], t);
   }
