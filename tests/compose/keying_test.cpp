@@ -51,9 +51,11 @@ TEST(ChromaKey, AlphaMap) {
   ChromaKeyLoadAlphaMap(nullptr, 1, 2);
 }
 
-// One pixel keyed against a background of (100, 60, 20) with map[d] = f at every index.
-Bytes KeyOne(Bytes pixel, int32_t channel, double f) {
-  std::vector<double> map(513, f);
+// One pixel keyed against a background of (100, 60, 20) with map[index] = f and 0.5 elsewhere,
+// so a result shows which element was read.
+Bytes KeyOne(Bytes pixel, int32_t channel, int index, double f) {
+  std::vector<double> map(513, 0.5);
+  map[static_cast<size_t>(index)] = f;
   const Bytes back = {100, 60, 20};
   ChromaKey(pixel.data(), 1, 1, back.data(), map.data(), 0, 0, channel);
   return pixel;
@@ -63,20 +65,21 @@ TEST(ChromaKey, Pixels) {
   const struct {
     Bytes pixel;
     int32_t channel;
+    int index;  // 2K + 2 - O1 - O2 for a keyed pixel
     double f;
     Bytes result;
   } cases[] = {
-      {{0, 255, 0}, 1, 0.25, {75, 108, 15}},     // green over both: 60 * 0.75 + 63.75
-      {{0, 255, 0}, 0, 0.25, {0, 255, 0}},       // keyed on red: red is not dominant
-      {{200, 10, 10}, 2, 0.0, {100, 60, 20}},    // blue dominant: full background
-      {{10, 10, 200}, 7, 1.0, {10, 10, 200}},    // red (any other channel): full foreground
-      {{50, 90, 90}, 1, 0.0, {50, 90, 90}},      // green only ties red: not keyed
-      {{90, 90, 90}, 0, 0.0, {90, 90, 90}},      // grey
-      {{10, 200, 30}, 1, 2.0, {176, 84, 40}},    // 2 * fg - bg: 400 - 60 = 340 -> 84
-      {{10, 200, 30}, 1, -1.0, {190, 176, 10}},  // 2 * bg - fg: 120 - 200 = -80 -> 176
+      {{0, 255, 0}, 1, 512, 0.25, {75, 108, 15}},     // pure green: element 512; 45 + 63.75
+      {{0, 255, 0}, 0, 0, 0.25, {0, 255, 0}},         // keyed on red: red is not dominant
+      {{200, 10, 10}, 2, 382, 0.0, {100, 60, 20}},    // blue dominant: full background
+      {{10, 10, 200}, 7, 382, 1.0, {10, 10, 200}},    // red (any other channel): full foreground
+      {{50, 90, 90}, 1, 0, 0.0, {50, 90, 90}},        // green only ties red: not keyed
+      {{90, 90, 90}, 0, 0, 0.0, {90, 90, 90}},        // grey
+      {{10, 200, 30}, 1, 362, 2.0, {176, 84, 40}},    // 2 fg - bg: 400 - 60 = 340 -> 84
+      {{10, 200, 30}, 1, 362, -1.0, {190, 176, 10}},  // 2 bg - fg: 120 - 200 = -80 -> 176
   };
   for (const auto& k : cases) {
-    EXPECT_EQ(KeyOne(k.pixel, k.channel, k.f), k.result)
+    EXPECT_EQ(KeyOne(k.pixel, k.channel, k.index, k.f), k.result)
         << +k.pixel[0] << "," << +k.pixel[1] << "," << +k.pixel[2] << " channel " << k.channel;
   }
 }
