@@ -34,6 +34,8 @@ void BlendRGB32OnRGB24(const Placement& p, int32_t t, bool fast) {
   for (int64_t r = 0; r < p.height; ++r) {
     const uint8_t* in = prim::RowAt(p.src, p.src_step, r);
     uint8_t* out = prim::RowAt(dst, p.dst_step, r);
+    // (A * t) >> 8 is the integer part of A * (t * 0.00390625) in double precision: the product
+    // is exact there, and with t = 256 it is A itself.
     for (int64_t x = 0; x < p.width; ++x) {
       ShiftBlend(in + 4 * x, out + 3 * x, (in[4 * x + 3] * t) >> 8);
     }
