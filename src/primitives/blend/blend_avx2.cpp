@@ -14,20 +14,6 @@ inline __m256i Load(const uint8_t* p) {
   return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
 }
 inline void Store(uint8_t* p, __m256i v) { _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), v); }
-inline __m128i Load128(const uint8_t* p) {
-  return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-}
-inline void Store128(uint8_t* p, __m128i v) { _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v); }
-
-// c + RoundHalfEven((s - c) f / 256) in 16-bit lanes (see blend_ssse3.cpp).
-inline __m256i Blend16(__m256i c, __m256i s, __m256i f) {
-  const __m256i u = _mm256_add_epi16(
-      _mm256_mullo_epi16(c, _mm256_sub_epi16(_mm256_set1_epi16(256), f)), _mm256_mullo_epi16(s, f));
-  const __m256i odd =
-      _mm256_and_si256(_mm256_xor_si256(_mm256_srli_epi16(u, 8), c), _mm256_set1_epi16(1));
-  return _mm256_srli_epi16(_mm256_add_epi16(_mm256_add_epi16(u, _mm256_set1_epi16(127)), odd), 8);
-}
-
 inline __m256i Div255x(__m256i x) {
   return _mm256_srli_epi16(
       _mm256_add_epi16(_mm256_add_epi16(x, _mm256_srli_epi16(x, 8)), _mm256_set1_epi16(1)), 8);
