@@ -5,6 +5,7 @@
 #include "primitives/channel/channel.h"
 #include "primitives/copy/copy.h"
 #include "primitives/core/rows.h"
+#include "primitives/core/strides.h"
 #include "primitives/core/wrap.h"
 
 namespace framekit::compose {
@@ -71,7 +72,7 @@ void CompositeRGB32(const Placement& p, uint8_t* work, int32_t work_step, int32_
 
 void ShiftAlpha(uint8_t* frame, int32_t width, int32_t height, int32_t delta) {
   if (width < 1 || height < 1) return;
-  const int32_t step = WrapMul(width, 4);  // the aligned stride of a 4-byte row
+  const int32_t step = RowByteStrideRGB32(width);
   if (width % 4 == 0) {
     prim::AlphaShift_8u_AC4IR(frame, step, {width, height}, delta);
     return;
