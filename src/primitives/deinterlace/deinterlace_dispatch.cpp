@@ -1,0 +1,12 @@
+#include "primitives/deinterlace/deinterlace.h"
+
+namespace framekit::prim {
+
+FK_PRIMITIVE_TABLE(ippiDeinterlaceFilterCAVT_8u_C1R, CavtSig,
+                   .ref = ref::ippiDeinterlaceFilterCAVT_8u_C1R);
+FK_PRIMITIVE_TABLE(ippiDeinterlaceFilterTriangle_8u_C1R, TriangleSig,
+                   .ref = ref::ippiDeinterlaceFilterTriangle_8u_C1R);
+FK_PRIMITIVE_TABLE(ippiDeinterlaceBlend_8u_C1, DeinterlaceBlendSig,
+                   .ref = ref::ippiDeinterlaceBlend_8u_C1);
+
+}  // namespace framekit::prim
