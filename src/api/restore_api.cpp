@@ -16,7 +16,8 @@ void EffectDeinterlaceTriangle(uint8_t* frame, int32_t width, int32_t height, ui
 }
 void EffectDeinterlaceBlend(const uint8_t* frame1, const uint8_t* frame2, const uint8_t* frame3,
                             uint8_t* dst, int32_t width, int32_t height, int32_t srcStep,
-                            int32_t dstStep, const FrameKitDeinterlaceBlendParams* params) noexcept {
+                            int32_t dstStep,
+                            const FrameKitDeinterlaceBlendParams* params) noexcept {
   // A null record reaches the state's checks as null parameters: dst stays as it is.
   rs::DeinterlaceBlend(frame1, frame2, frame3, dst, width, height, srcStep, dstStep,
                        params != nullptr ? params->threshold : nullptr,

@@ -39,7 +39,8 @@
 //
 // The edge-directed mean of two rows c (above) and e (below) at sample i: the mean, rounded up,
 // of c[i + kTap d] and e[i - kTap d] for the direction d in -2..2 whose three-tap window
-// sum |c[i + kTap (d + j)] - e[i - kTap (d - j)]| (j = -1, 0, 1) is least, searched outwards
+// sum |c[i + kTap (d + j)] - e[i - kTap (d - j)]| (j = -1, 0, 1), saturated at 255, is least
+// (one byte a sum keeps the vector bodies' search in byte lanes), searched outwards
 // from d = 0 on one side then the other while the sum keeps falling below the best so far;
 // directions whose window leaves the row are not tried.
 //
@@ -58,13 +59,15 @@ namespace framekit::prim {
 
 inline constexpr int32_t kTap = 3;
 inline constexpr int32_t kMaxDirection = 2;
+// Samples at either end of a row where not every direction fits (the vector bodies' edges).
+inline constexpr int32_t kDirectionEdge = kTap * (kMaxDirection + 1);
 inline constexpr uint32_t kLayoutUpper = 1, kLayoutCentre = 4, kLayoutLower = 16;
 inline constexpr uint32_t kLayoutAll = kLayoutUpper | kLayoutCentre | kLayoutLower;
 
 // The blend's state: its size and the parameters in the integers the bodies use.
 struct DeinterlaceBlendState {
   Size size;
-  int32_t still, moving;  // threshold0, threshold1 (moving >= still + 1)
+  int32_t still, moving;   // threshold0, threshold1 (moving >= still + 1)
   int32_t earlier_weight;  // constant0 in 1/256 (0..256)
   int32_t reach;           // 2 * constant1 in 1/256: how far s may move towards t, per m
   uint16_t ramp;           // (m - still) * ramp >> 8 is the motion fraction in 1/256
@@ -74,8 +77,8 @@ using CavtSig = Status(const uint8_t* src, int32_t src_step, uint8_t* dst, int32
                        uint16_t threshold, Size roi);
 using TriangleSig = Status(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_step,
                            Size roi, uint32_t centre_weight, uint32_t layout);
-using DeinterlaceBlendSig = Status(const uint8_t* const sources[3], int32_t src_step,
-                                   uint8_t* dst, int32_t dst_step, Size size, int32_t top_first,
+using DeinterlaceBlendSig = Status(const uint8_t* const sources[3], int32_t src_step, uint8_t* dst,
+                                   int32_t dst_step, Size size, int32_t top_first,
                                    int32_t top_field, int32_t copy_field,
                                    const DeinterlaceBlendState* state);
 using CavtFn = CavtSig*;
@@ -103,7 +106,7 @@ static inline Status CheckDeinterlaceBlend(const uint8_t* const sources[3], cons
   }
   if (const Status s = CheckSize(size); s != ippStsNoErr) return s;
   return (size.width != state->size.width || size.height != state->size.height) ? ippStsSizeErr
-                                                                               : ippStsNoErr;
+                                                                                : ippStsNoErr;
 }
 
 // ---- Per-sample formulas: the references' bodies and the vector bodies' edges --------------
@@ -121,11 +124,12 @@ static inline int32_t Clamp(int32_t v, int32_t lo, int32_t hi) {
   return v < lo ? lo : (v > hi ? hi : v);
 }
 
-// The window sum of direction d at sample i (the caller checked that it fits the row).
+// The window sum of direction d at sample i, saturated at 255 (the caller checked that the
+// window fits the row).
 static inline int32_t DirectionCost(const uint8_t* c, const uint8_t* e, int64_t i, int32_t d) {
   int32_t sum = 0;
   for (int32_t j = -1; j <= 1; ++j) sum += AbsDiff(c[i + kTap * (d + j)], e[i - kTap * (d - j)]);
-  return sum;
+  return sum < 255 ? sum : 255;
 }
 
 // The edge-directed mean of rows c and e at sample i of rows of w samples.
@@ -165,11 +169,10 @@ struct BlendTaps {
   int32_t early, late, c, e, ce, ee, cl, el, s;
 };
 static inline uint8_t BlendSample(const BlendTaps& p, const DeinterlaceBlendState& st) {
-  const int32_t t =
-      (p.early * st.earlier_weight + p.late * (256 - st.earlier_weight) + 128) >> 8;
-  const int32_t m = Max3(AbsDiff(p.early, p.late),
-                         (AbsDiff(p.c, p.ce) + AbsDiff(p.e, p.ee) + 1) >> 1,
-                         (AbsDiff(p.c, p.cl) + AbsDiff(p.e, p.el) + 1) >> 1);
+  const int32_t t = (p.early * st.earlier_weight + p.late * (256 - st.earlier_weight) + 128) >> 8;
+  const int32_t m =
+      Max3(AbsDiff(p.early, p.late), (AbsDiff(p.c, p.ce) + AbsDiff(p.e, p.ee) + 1) >> 1,
+           (AbsDiff(p.c, p.cl) + AbsDiff(p.e, p.el) + 1) >> 1);
   if (m <= st.still) return static_cast<uint8_t>(t);
   const int32_t r = (m * st.reach + 128) >> 8;
   const int32_t moving = Clamp(p.s, t - r, t + r);
@@ -187,8 +190,12 @@ struct BlendFrames {
 static inline BlendFrames ArrangeBlendFrames(const uint8_t* const sources[3], int32_t top_first,
                                              int32_t top_field) {
   const bool kept_first = (top_field == 0) == (top_first != 0);
-  return {sources[1], kept_first ? sources[2] : sources[1], kept_first ? sources[1] : sources[0],
-          sources[2], sources[0], top_field != 0 ? 1 : 0};
+  return {sources[1],
+          kept_first ? sources[2] : sources[1],
+          kept_first ? sources[1] : sources[0],
+          sources[2],
+          sources[0],
+          top_field != 0 ? 1 : 0};
 }
 
 // The rows a missing row y draws on: the kept rows above and below (one standing in for the
@@ -209,18 +216,25 @@ static inline BlendRows BlendRowsAt(const BlendFrames& f, int32_t step, int64_t 
           row(f.early, y),        row(f.late, y)};
 }
 static inline BlendTaps BlendTapsAt(const BlendRows& r, int64_t i, int64_t w) {
-  return {r.early[i], r.late[i], r.c[i],  r.e[i], r.ce[i], r.ee[i],
+  return {r.early[i], r.late[i], r.c[i],
+          r.e[i],     r.ce[i],   r.ee[i],
           r.cl[i],    r.el[i],   DirectedMean(r.c, r.e, i, w)};
 }
 
-#define FK_DEINTERLACE_BODIES                   \
-  CavtSig ippiDeinterlaceFilterCAVT_8u_C1R;     \
+#define FK_DEINTERLACE_BODIES                       \
+  CavtSig ippiDeinterlaceFilterCAVT_8u_C1R;         \
   TriangleSig ippiDeinterlaceFilterTriangle_8u_C1R; \
   DeinterlaceBlendSig ippiDeinterlaceBlend_8u_C1;
 
 namespace ref {
 FK_DEINTERLACE_BODIES
 }  // namespace ref
+namespace ssse3 {
+FK_DEINTERLACE_BODIES
+}  // namespace ssse3
+namespace avx2 {
+FK_DEINTERLACE_BODIES
+}  // namespace avx2
 #undef FK_DEINTERLACE_BODIES
 
 FK_PRIMITIVE(ippiDeinterlaceFilterCAVT_8u_C1R, CavtSig);

@@ -47,9 +47,8 @@ Status ippiDeinterlaceFilterTriangle_8u_C1R(const uint8_t* src, int32_t src_step
 }
 
 Status ippiDeinterlaceBlend_8u_C1(const uint8_t* const sources[3], int32_t src_step, uint8_t* dst,
-                                  int32_t dst_step, Size size, int32_t top_first,
-                                  int32_t top_field, int32_t copy_field,
-                                  const DeinterlaceBlendState* state) {
+                                  int32_t dst_step, Size size, int32_t top_first, int32_t top_field,
+                                  int32_t copy_field, const DeinterlaceBlendState* state) {
   if (const Status s = CheckDeinterlaceBlend(sources, dst, size, state); s != ippStsNoErr) {
     return s;
   }

@@ -32,7 +32,11 @@ Status ippiDeinterlaceBlendInitAlloc_8u_C1(Size size, const int32_t blend_thresh
   const int32_t still = a < b ? a : b;
   const int32_t moving = (a > b ? a : b) > still ? (a > b ? a : b) : still + 1;
   *state = new (block) DeinterlaceBlendState{
-      size, still, moving, Fraction(blend_constants[0], 1), Fraction(blend_constants[1], 2),
+      size,
+      still,
+      moving,
+      Fraction(blend_constants[0], 1),
+      Fraction(blend_constants[1], 2),
       static_cast<uint16_t>(65536 / (moving - still) > 65535 ? 65535 : 65536 / (moving - still))};
   return ippStsNoErr;
 }
