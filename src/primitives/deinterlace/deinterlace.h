@@ -16,7 +16,8 @@
 //       pictures while removing the teeth of moving edges; 4 to 64 gives good pictures.
 //   ippiDeinterlaceFilterTriangle_8u_C1R  every row: a row sample x with the samples a, b of
 //       the rows above and below is a comb tooth by e = x - clamp(x, min(a, b), max(a, b)), and
-//       becomes x - round(e (256 - centreWeight) / 256) (halves up). Where a = b this is the
+//       becomes x - round(e (256 - centreWeight) / 256) (halves away from zero, so a negated
+//       picture gives the negated result). Where a = b this is the
 //       three-tap triangle [w, centreWeight, w] / 256 with w = (256 - centreWeight) / 2; a row
 //       that lies between its neighbours (any picture without combing, a picture whose two
 //       fields are equal) is kept. The centre weight is out of 256 (above 256 acts as 256:
@@ -156,10 +157,12 @@ static inline uint8_t CavtSample(int32_t o, int32_t c, int32_t e, int32_t s, int
   return static_cast<uint8_t>(o < lo || o > hi ? s : o);
 }
 
-// Triangle: x between a above and b below; k = 256 - centre weight (0..256).
+// Triangle: x between a above and b below; k = 256 - centre weight (0..256). The correction
+// rounds halves away from zero, so a negated picture gives the negated result.
 static inline uint8_t TriangleSample(int32_t x, int32_t a, int32_t b, int32_t k) {
-  const int32_t tooth = x - Clamp(x, a < b ? a : b, a > b ? a : b);
-  return static_cast<uint8_t>(x - ((tooth * k + 128) >> 8));
+  const int32_t up = x > Max3(a, b, 0) ? x - Max3(a, b, 0) : 0;
+  const int32_t down = x < (a < b ? a : b) ? (a < b ? a : b) - x : 0;
+  return static_cast<uint8_t>(x - ((up * k + 128) >> 8) + ((down * k + 128) >> 8));
 }
 
 // Blend: one missing sample. early/late: the other field's samples of the frames around the

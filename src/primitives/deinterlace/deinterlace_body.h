@@ -104,7 +104,8 @@ Status Triangle(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_
   using R = typename V::R;
   if (const Status s = CheckTriangle(src, dst, roi, layout); s != ippStsNoErr) return s;
   const int32_t k = centre_weight >= 256 ? 0 : 256 - static_cast<int32_t>(centre_weight);
-  const R k16 = V::Set16(static_cast<int16_t>(k));
+  const R k16 = V::Set16(k), round = V::Set16(128);
+  const R low_bytes = V::Set16(0x00FF), high_bytes = V::Set16(0xFF00);
   const int64_t w = roi.width, h = roi.height;
   for (int64_t y = 0; y < h; ++y) {
     const uint8_t* x = RowAt(src, src_step, y);
@@ -120,12 +121,13 @@ Status Triangle(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_
     for (; i + V::kBytes <= w; i += V::kBytes) {
       const R xi = V::Load(x + i), ai = V::Load(a + i), bi = V::Load(b + i);
       const R up = V::SubsU8(xi, V::MaxU8(ai, bi)), down = V::SubsU8(V::MinU8(ai, bi), xi);
-      // (tooth k + 128) >> 8 as a rounding multiply-high of tooth << 7 by k.
-      const auto half = [&](R x16, R up16, R down16) {
-        return V::Sub16(x16, V::MulHrs16(V::Shl16x7(V::Sub16(up16, down16)), k16));
-      };
-      V::Store(out + i, V::PackU16(half(V::Low16(xi), V::Low16(up), V::Low16(down)),
-                                   half(V::High16(xi), V::High16(up), V::High16(down))));
+      // One of up and down is 0: (tooth * k + 128) >> 8 for the even and the odd bytes in
+      // 16-bit lanes, the odd ones kept in their high bytes (no widening, no packing).
+      const R tooth = V::Or(up, down);
+      const R even = V::Shr16x8(V::Add16(V::Mul16(V::And(tooth, low_bytes), k16), round));
+      const R odd = V::And(V::Add16(V::Mul16(V::Shr16x8(tooth), k16), round), high_bytes);
+      const R step = V::Or(even, odd);
+      V::Store(out + i, V::AddsU8(V::SubsU8(xi, V::MinU8(step, up)), V::MinU8(step, down)));
     }
     for (; i < w; ++i) out[i] = TriangleSample(x[i], a[i], b[i], k);
   }
