@@ -16,22 +16,25 @@
  * same way. The top field is the even rows 0, 2, 4, ..., the bottom field the odd rows. Nothing
  * is checked and nothing is reported; temp must hold 3 * width * height bytes. */
 
-/* Content-adaptive: keeps the top field and rebuilds the bottom rows. A bottom-row sample stays
- * (detail of a still picture) while it lies within `threshold` levels of the range of the kept
- * samples around it and of their edge-directed mean; beyond that it is combing of motion and
- * becomes the edge-directed mean of the rows above and below (the direction of least change among
- * five, up to two pixels either way). 0 keeps only samples between their neighbours; 4 to 64
- * gives good pictures, 8 to 24 usually best. The result ends in the frame and in temp. */
+/* Content-adaptive, vertical-temporal: keeps the top field and rebuilds the bottom rows. A bottom
+ * sample equal to the kept sample above or below stays (so a frame whose two fields are equal
+ * comes back unchanged); any other becomes the mean of the kept samples above and below plus the
+ * bottom field's own vertical detail, (2 o - u - d) / 8 with u, d the bottom samples two rows up
+ * and down, that detail limited to +-threshold levels. The threshold is how much detail of the
+ * other field (captured half a frame later) is trusted against plain interpolation: 0 interpolates,
+ * 64 takes the detail whole; 4 to 64 gives good pictures, 16 to 32 the best on moving pictures.
+ * The result ends in the frame and in temp. */
 FRAMEKIT_EXPORT void EffectDeinterlaceCAVT(uint8_t* frame, int32_t width, int32_t height,
                                            uint8_t* temp, uint16_t threshold) FRAMEKIT_NOEXCEPT;
 
-/* Vertical triangle on the comb teeth of every row: a sample x beyond the range of the samples
- * a, b above and below by e (0 inside it) becomes x - e * (256 - centreWeight) / 256 (halves
- * rounded up), which is the three-tap filter [w, centreWeight, w] / 256 where a = b; samples
- * between their neighbours stay, so pictures without combing come back unchanged. The first and
- * last rows take their one neighbour for both. centreWeight is out of 256 (256 or more: no
- * change); 86 to 170 gives good pictures, 128 being [1 2 1] / 4, lower weights remove more. The
- * result ends in the frame and in temp. */
+/* Vertical triangle on the comb teeth of the bottom rows (the top field is kept): a bottom
+ * sample x beyond the range of the kept samples a, b above and below by e (0 inside it) becomes
+ * x - e * (256 - centreWeight) / 256 (halves rounded away from zero), which is the three-tap
+ * filter [w, centreWeight, w] / 256 where a = b; samples between their neighbours stay, so
+ * pictures without combing come back unchanged. A last bottom row takes the row above for both
+ * neighbours. centreWeight is out of 256 (256 or more: no change); 0 to 170 gives good pictures,
+ * 128 being [1 2 1] / 4, 0 (the median of the three) the best on moving pictures. The result
+ * ends in the frame and in temp. */
 FRAMEKIT_EXPORT void EffectDeinterlaceTriangle(uint8_t* frame, int32_t width, int32_t height,
                                                uint8_t* temp,
                                                uint32_t centreWeight) FRAMEKIT_NOEXCEPT;
@@ -46,13 +49,14 @@ typedef struct FrameKitDeinterlaceBlendParams {
  * (copied), its bottom rows rebuilt. Each missing sample has a temporal estimate, the bottom
  * fields of frame1 and frame2 (the fields around the kept field's time) weighted constant[0] :
  * 1 - constant[0], and a motion measure m, the largest of their difference and of the top field's
- * mean change above and below from frame1 and towards frame3. Where m <= threshold[0] (still) the
- * sample is the estimate; where m >= threshold[1] (moving) it is the edge-directed mean of the
- * rows above and below, moved at most 2 * constant[1] * m towards the estimate; between, a linear
- * mix. Thresholds are clamped to 0..255 and ordered, constants to 0..1. Thresholds of 5 to 60
- * with constants of 0.5 give good pictures. srcStep is the step of all three sources, dstStep
- * that of dst (bytes; negative for bottom-up). The state the filter needs is made and released
- * in the call; if it cannot be made, dst is left unchanged. */
+ * mean change above and below from frame1 and towards frame3. Where m <= threshold[0] (still)
+ * the sample is the estimate. Where m >= threshold[1] (moving) it is the mean of the kept samples
+ * above and below plus 3/16 of the estimates' vertical detail, brought within 2 * constant[1] * m
+ * of the estimate; between, a linear mix. Thresholds are clamped to 0..255 and ordered,
+ * constants to 0..1. Thresholds of 5 to 60 with constants of 0.5 give good pictures, 5 to 10 and
+ * 20 to 30 the best on moving pictures. srcStep is the step of all three sources, dstStep that
+ * of dst (bytes; negative for bottom-up). The state the filter needs is made and released in
+ * the call; if it cannot be made (or params is null), dst is left unchanged. */
 FRAMEKIT_EXPORT void EffectDeinterlaceBlend(const uint8_t* frame1, const uint8_t* frame2,
                                             const uint8_t* frame3, uint8_t* dst, int32_t width,
                                             int32_t height, int32_t srcStep, int32_t dstStep,

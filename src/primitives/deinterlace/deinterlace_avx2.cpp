@@ -1,5 +1,5 @@
-// Deinterlacers, AVX2 level: class 6. 32 samples a step (deinterlace_body.h); the row ends and
-// tails go through the per-sample formulas.
+// Deinterlacers, AVX2 level: class 6. 32 samples a step (deinterlace_body.h); row tails go through
+// the per-sample formulas.
 #include <immintrin.h>
 
 #include "primitives/deinterlace/deinterlace.h"
@@ -42,6 +42,8 @@ struct Lanes {
   static R Shl16x7(R a) { return _mm256_slli_epi16(a, 7); }
   static R Shl16x8(R a) { return _mm256_slli_epi16(a, 8); }
   static R Shr16x8(R a) { return _mm256_srli_epi16(a, 8); }
+  static R Sra16x3(R a) { return _mm256_srai_epi16(a, 3); }
+  static R Sra16x4(R a) { return _mm256_srai_epi16(a, 4); }
 };
 
 }  // namespace

@@ -1,8 +1,7 @@
 // The vector bodies of the deinterlacers, one template for every level. V supplies N-byte
 // registers (V::R) and the byte and 16-bit lane operations below; every result is the
-// reference's integer, lane by lane. Rows are walked N samples a step; the first and last
-// kDirectionEdge samples of a row (where not every direction fits) and the tail shorter than a
-// register go through the per-sample formulas of deinterlace.h.
+// reference's integer, lane by lane. Rows are walked N samples a step; the tail shorter than a
+// register goes through the per-sample formulas of deinterlace.h.
 #pragma once
 
 #include <cstdint>
@@ -14,55 +13,24 @@
 namespace framekit::prim::deinterlace {
 namespace {
 
-// Unsigned a < b, byte lanes: all ones where true.
-template <class V>
-typename V::R LessU8(typename V::R a, typename V::R b) {
-  return V::Not(V::Eq8(V::SubsU8(b, a), V::Zero()));
-}
-
 template <class V>
 typename V::R AbsDiffU8(typename V::R a, typename V::R b) {
   return V::Or(V::SubsU8(a, b), V::SubsU8(b, a));
 }
 
-// The edge-directed mean of rows c and e for samples i .. i + N - 1, all directions in the row.
-template <class V>
-typename V::R DirectedMeanV(const uint8_t* c, const uint8_t* e, int64_t i) {
-  using R = typename V::R;
-  const auto cost = [&](int32_t d) {
-    R sum = V::Zero();
-    for (int32_t j = -1; j <= 1; ++j) {
-      sum = V::AddsU8(
-          sum, AbsDiffU8<V>(V::Load(c + i + kTap * (d + j)), V::Load(e + i - kTap * (d - j))));
-    }
-    return sum;
-  };
-  const auto mean = [&](int32_t d) {
-    return V::AvgU8(V::Load(c + i + kTap * d), V::Load(e + i - kTap * d));
-  };
-  R best = cost(0), value = mean(0);
-  for (int32_t side = -1; side <= 1; side += 2) {
-    R taken = V::Ones();
-    for (int32_t d = side; d * side <= kMaxDirection; d += side) {
-      const R k = cost(d);
-      taken = V::And(taken, LessU8<V>(k, best));
-      best = V::Select(taken, k, best);
-      value = V::Select(taken, mean(d), value);
-    }
-  }
-  return value;
-}
-
-// Runs `vector(i)` over the samples where every direction fits, N at a time, and `scalar(i)`
-// over the rest of the row.
+// Runs `vector(i)` over the row N samples at a time and `scalar(i)` over the tail.
 template <class V, class Vector, class Scalar>
 void WalkRow(int64_t w, Vector vector, Scalar scalar) {
   int64_t i = 0;
-  if (w >= 2 * kDirectionEdge + V::kBytes) {
-    for (; i < kDirectionEdge; ++i) scalar(i);
-    for (; i + V::kBytes <= w - kDirectionEdge; i += V::kBytes) vector(i);
-  }
+  for (; i + V::kBytes <= w; i += V::kBytes) vector(i);
   for (; i < w; ++i) scalar(i);
+}
+
+// Applies `half(args in 16-bit lanes...)` to the low and the high halves of byte registers and
+// packs the two results back with unsigned saturation.
+template <class V, class Half, class... Bytes>
+typename V::R ByHalves(Half half, Bytes... bytes) {
+  return V::PackU16(half(V::Low16(bytes)...), half(V::High16(bytes)...));
 }
 
 template <class V>
@@ -70,30 +38,32 @@ Status Cavt(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_step
             uint16_t threshold, Size roi) {
   using R = typename V::R;
   if (const Status s = CheckTwo(src, dst, roi); s != ippStsNoErr) return s;
-  const int64_t w = roi.width;
-  const R t = V::Set8(static_cast<uint8_t>(threshold < 255 ? threshold : 255));
-  for (int64_t y = 0; y < roi.height; ++y) {
+  const int64_t w = roi.width, h = roi.height;
+  const int32_t t = threshold < 255 ? threshold : 255;
+  const R limit = V::Set16(t), minus_limit = V::Set16(-t), four = V::Set16(4);
+  for (int64_t y = 0; y < h; ++y) {
     const uint8_t* o = RowAt(src, src_step, y);
     uint8_t* out = RowAt(dst, dst_step, y);
     if (y % 2 == 0) {
       std::memcpy(out, o, static_cast<size_t>(w));
       continue;
     }
-    const uint8_t* c = RowAt(src, src_step, y - 1);
-    const uint8_t* e = y + 1 < roi.height ? RowAt(src, src_step, y + 1) : c;
+    const BottomRows r = BottomRowsAt(src, src_step, y, h);
     WalkRow<V>(
         w,
         [&](int64_t i) {
-          const R s = DirectedMeanV<V>(c, e, i);
-          const R ci = V::Load(c + i), ei = V::Load(e + i), oi = V::Load(o + i);
-          const R lo = V::SubsU8(V::MinU8(V::MinU8(ci, ei), s), t);
-          const R hi = V::AddsU8(V::MaxU8(V::MaxU8(ci, ei), s), t);
-          const R outside = V::Or(V::SubsU8(lo, oi), V::SubsU8(oi, hi));
-          V::Store(out + i, V::Select(V::Eq8(outside, V::Zero()), oi, s));
+          const R oi = V::Load(o + i), ci = V::Load(r.c + i), ei = V::Load(r.e + i);
+          const R rebuilt = ByHalves<V>(
+              [&](R o16, R u16, R d16, R s16) {
+                const R detail =
+                    V::Sra16x3(V::Add16(V::Sub16(V::Sub16(V::Add16(o16, o16), u16), d16), four));
+                return V::Add16(s16, V::Max16(V::Min16(detail, limit), minus_limit));
+              },
+              oi, V::Load(r.u + i), V::Load(r.d + i), V::AvgU8(ci, ei));
+          const R keep = V::Or(V::Eq8(oi, ci), V::Eq8(oi, ei));
+          V::Store(out + i, V::Select(keep, oi, rebuilt));
         },
-        [&](int64_t i) {
-          out[i] = CavtSample(o[i], c[i], e[i], DirectedMean(c, e, i, w), threshold);
-        });
+        [&](int64_t i) { out[i] = CavtSample(o[i], r.c[i], r.e[i], r.u[i], r.d[i], t); });
   }
   return ippStsNoErr;
 }
@@ -110,48 +80,68 @@ Status Triangle(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_
   for (int64_t y = 0; y < h; ++y) {
     const uint8_t* x = RowAt(src, src_step, y);
     uint8_t* out = RowAt(dst, dst_step, y);
-    const uint32_t part = y == 0 ? kLayoutUpper : (y == h - 1 ? kLayoutLower : kLayoutCentre);
-    if (h == 1 || (layout & part) == 0 || k == 0) {
+    if (y % 2 == 0 || k == 0 || !TriangleFilters(layout, y, h)) {
       std::memcpy(out, x, static_cast<size_t>(w));
       continue;
     }
-    const uint8_t* a = RowAt(src, src_step, y > 0 ? y - 1 : y + 1);
-    const uint8_t* b = RowAt(src, src_step, y + 1 < h ? y + 1 : y - 1);
-    int64_t i = 0;
-    for (; i + V::kBytes <= w; i += V::kBytes) {
-      const R xi = V::Load(x + i), ai = V::Load(a + i), bi = V::Load(b + i);
-      const R up = V::SubsU8(xi, V::MaxU8(ai, bi)), down = V::SubsU8(V::MinU8(ai, bi), xi);
-      // One of up and down is 0: (tooth * k + 128) >> 8 for the even and the odd bytes in
-      // 16-bit lanes, the odd ones kept in their high bytes (no widening, no packing).
-      const R tooth = V::Or(up, down);
-      const R even = V::Shr16x8(V::Add16(V::Mul16(V::And(tooth, low_bytes), k16), round));
-      const R odd = V::And(V::Add16(V::Mul16(V::Shr16x8(tooth), k16), round), high_bytes);
-      const R step = V::Or(even, odd);
-      V::Store(out + i, V::AddsU8(V::SubsU8(xi, V::MinU8(step, up)), V::MinU8(step, down)));
-    }
-    for (; i < w; ++i) out[i] = TriangleSample(x[i], a[i], b[i], k);
+    const BottomRows r = BottomRowsAt(src, src_step, y, h);
+    WalkRow<V>(
+        w,
+        [&](int64_t i) {
+          const R xi = V::Load(x + i), ai = V::Load(r.c + i), bi = V::Load(r.e + i);
+          const R up = V::SubsU8(xi, V::MaxU8(ai, bi)), down = V::SubsU8(V::MinU8(ai, bi), xi);
+          // One of up and down is 0: (tooth * k + 128) >> 8 for the even and the odd bytes in
+          // 16-bit lanes, the odd ones kept in their high bytes (no widening, no packing).
+          const R tooth = V::Or(up, down);
+          const R even = V::Shr16x8(V::Add16(V::Mul16(V::And(tooth, low_bytes), k16), round));
+          const R odd = V::And(V::Add16(V::Mul16(V::Shr16x8(tooth), k16), round), high_bytes);
+          const R step = V::Or(even, odd);
+          V::Store(out + i, V::AddsU8(V::SubsU8(xi, V::MinU8(step, up)), V::MinU8(step, down)));
+        },
+        [&](int64_t i) { out[i] = TriangleSample(x[i], r.c[i], r.e[i], k); });
   }
   return ippStsNoErr;
 }
 
-// One register half of the blend in 16-bit lanes (the scalar BlendSample, lane by lane).
+// The blend's per-call constants in 16-bit lanes.
 template <class V>
-typename V::R BlendHalf(typename V::R early, typename V::R late, typename V::R m, typename V::R s,
-                        const DeinterlaceBlendState& st) {
-  using R = typename V::R;
-  // The weighted sum stays below 2^16: unsigned 16-bit arithmetic, a logical shift.
-  const R t = V::Shr16x8(V::Add16(V::Add16(V::Mul16(early, V::Set16(st.earlier_weight)),
-                                           V::Mul16(late, V::Set16(256 - st.earlier_weight))),
-                                  V::Set16(128)));
-  const R r = V::MulHrs16(V::Shl16x7(m), V::Set16(st.reach));
-  const R moving = V::Max16(V::Min16(s, V::Add16(t, r)), V::Sub16(t, r));
-  const R f = V::MulHiU16(V::Shl16x8(V::SubsU16(m, V::Set16(st.still))),
-                          V::Set16(static_cast<int16_t>(st.ramp)));
-  const R mix = V::Add16(t, V::MulHrs16(V::Shl16x7(V::Sub16(moving, t)), f));
-  const R still = V::Not(V::Gt16(m, V::Set16(st.still)));
-  const R fast = V::Gt16(m, V::Set16(st.moving - 1));
-  return V::Select(still, t, V::Select(fast, moving, mix));
-}
+struct BlendLanes {
+  explicit BlendLanes(const DeinterlaceBlendState& st)
+      : early(V::Set16(st.earlier_weight)),
+        late(V::Set16(256 - st.earlier_weight)),
+        reach(V::Set16(st.reach)),
+        still(V::Set16(st.still)),
+        last_in_band(V::Set16(st.moving - 1)),
+        ramp(V::Set16(st.ramp)),
+        round(V::Set16(128)),
+        eight(V::Set16(8)),
+        top(V::Set16(255)) {}
+  typename V::R early, late, reach, still, last_in_band, ramp, round, eight, top;
+
+  // The temporal estimate: the weighted sum stays below 2^16, so unsigned 16-bit arithmetic and
+  // a logical shift.
+  typename V::R Estimate(typename V::R e, typename V::R l) const {
+    return V::Shr16x8(V::Add16(V::Add16(V::Mul16(e, early), V::Mul16(l, late)), round));
+  }
+
+  // One missing sample per lane (the scalar BlendSample).
+  typename V::R Sample(typename V::R e, typename V::R l, typename V::R eu, typename V::R lu,
+                       typename V::R ed, typename V::R ld, typename V::R s, typename V::R m) const {
+    using R = typename V::R;
+    const R t = Estimate(e, l);
+    const R detail = V::Sub16(V::Sub16(V::Add16(t, t), Estimate(eu, lu)), Estimate(ed, ld));
+    const R within =
+        V::Add16(s, V::Sra16x4(V::Add16(V::Add16(V::Add16(detail, detail), detail), eight)));
+    const R r = V::MulHrs16(V::Shl16x7(m), reach);  // (m * reach + 128) >> 8
+    const R bounded = V::Max16(V::Min16(within, V::Add16(t, r)), V::Sub16(t, r));
+    const R moving = V::Max16(V::Min16(bounded, top), V::Zero());
+    const R f = V::MulHiU16(V::Shl16x8(V::SubsU16(m, still)), ramp);
+    const R mix = V::Add16(t, V::MulHrs16(V::Shl16x7(V::Sub16(moving, t)), f));
+    const R is_still = V::Not(V::Gt16(m, still));
+    const R is_moving = V::Gt16(m, last_in_band);
+    return V::Select(is_still, t, V::Select(is_moving, moving, mix));
+  }
+};
 
 template <class V>
 Status Blend(const uint8_t* const sources[3], int32_t src_step, uint8_t* dst, int32_t dst_step,
@@ -162,6 +152,7 @@ Status Blend(const uint8_t* const sources[3], int32_t src_step, uint8_t* dst, in
     return s;
   }
   const BlendFrames f = ArrangeBlendFrames(sources, top_first, top_field);
+  const BlendLanes<V> lanes(*state);
   const int64_t w = size.width, h = size.height;
   for (int64_t y = 0; y < h; ++y) {
     uint8_t* out = RowAt(dst, dst_step, y);
@@ -176,17 +167,18 @@ Status Blend(const uint8_t* const sources[3], int32_t src_step, uint8_t* dst, in
           const R early = V::Load(r.early + i), late = V::Load(r.late + i);
           const R c = V::Load(r.c + i), e = V::Load(r.e + i);
           const R m = V::MaxU8(AbsDiffU8<V>(early, late),
-                               V::MaxU8(V::AvgU8(AbsDiffU8<V>(c, V::Load(r.ce + i)),
-                                                 AbsDiffU8<V>(e, V::Load(r.ee + i))),
-                                        V::AvgU8(AbsDiffU8<V>(c, V::Load(r.cl + i)),
-                                                 AbsDiffU8<V>(e, V::Load(r.el + i)))));
-          const R s = DirectedMeanV<V>(r.c, r.e, i);
-          V::Store(out + i, V::PackU16(BlendHalf<V>(V::Low16(early), V::Low16(late), V::Low16(m),
-                                                    V::Low16(s), *state),
-                                       BlendHalf<V>(V::High16(early), V::High16(late), V::High16(m),
-                                                    V::High16(s), *state)));
+                               V::MaxU8(V::AvgU8(AbsDiffU8<V>(c, V::Load(r.cp + i)),
+                                                 AbsDiffU8<V>(e, V::Load(r.ep + i))),
+                                        V::AvgU8(AbsDiffU8<V>(c, V::Load(r.cn + i)),
+                                                 AbsDiffU8<V>(e, V::Load(r.en + i)))));
+          V::Store(
+              out + i,
+              ByHalves<V>([&](R e16, R l16, R eu, R lu, R ed, R ld, R s,
+                              R m16) { return lanes.Sample(e16, l16, eu, lu, ed, ld, s, m16); },
+                          early, late, V::Load(r.early_up + i), V::Load(r.late_up + i),
+                          V::Load(r.early_down + i), V::Load(r.late_down + i), V::AvgU8(c, e), m));
         },
-        [&](int64_t i) { out[i] = BlendSample(BlendTapsAt(r, i, w), *state); });
+        [&](int64_t i) { out[i] = BlendSample(BlendTapsAt(r, i), *state); });
   }
   return ippStsNoErr;
 }

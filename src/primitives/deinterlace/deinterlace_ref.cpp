@@ -8,19 +8,17 @@ namespace framekit::prim::ref {
 Status ippiDeinterlaceFilterCAVT_8u_C1R(const uint8_t* src, int32_t src_step, uint8_t* dst,
                                         int32_t dst_step, uint16_t threshold, Size roi) {
   if (const Status s = CheckTwo(src, dst, roi); s != ippStsNoErr) return s;
-  const int64_t w = roi.width;
-  for (int64_t y = 0; y < roi.height; ++y) {
+  const int64_t w = roi.width, h = roi.height;
+  const int32_t t = threshold < 255 ? threshold : 255;
+  for (int64_t y = 0; y < h; ++y) {
     const uint8_t* o = RowAt(src, src_step, y);
     uint8_t* out = RowAt(dst, dst_step, y);
     if (y % 2 == 0) {
       std::memcpy(out, o, static_cast<size_t>(w));
       continue;
     }
-    const uint8_t* c = RowAt(src, src_step, y - 1);
-    const uint8_t* e = y + 1 < roi.height ? RowAt(src, src_step, y + 1) : c;
-    for (int64_t i = 0; i < w; ++i) {
-      out[i] = CavtSample(o[i], c[i], e[i], DirectedMean(c, e, i, w), threshold);
-    }
+    const BottomRows r = BottomRowsAt(src, src_step, y, h);
+    for (int64_t i = 0; i < w; ++i) out[i] = CavtSample(o[i], r.c[i], r.e[i], r.u[i], r.d[i], t);
   }
   return ippStsNoErr;
 }
@@ -34,14 +32,12 @@ Status ippiDeinterlaceFilterTriangle_8u_C1R(const uint8_t* src, int32_t src_step
   for (int64_t y = 0; y < h; ++y) {
     const uint8_t* x = RowAt(src, src_step, y);
     uint8_t* out = RowAt(dst, dst_step, y);
-    const uint32_t part = y == 0 ? kLayoutUpper : (y == h - 1 ? kLayoutLower : kLayoutCentre);
-    if (h == 1 || (layout & part) == 0) {
+    if (y % 2 == 0 || !TriangleFilters(layout, y, h)) {
       std::memcpy(out, x, static_cast<size_t>(w));
       continue;
     }
-    const uint8_t* a = RowAt(src, src_step, y > 0 ? y - 1 : y + 1);
-    const uint8_t* b = RowAt(src, src_step, y + 1 < h ? y + 1 : y - 1);
-    for (int64_t i = 0; i < w; ++i) out[i] = TriangleSample(x[i], a[i], b[i], k);
+    const BottomRows r = BottomRowsAt(src, src_step, y, h);
+    for (int64_t i = 0; i < w; ++i) out[i] = TriangleSample(x[i], r.c[i], r.e[i], k);
   }
   return ippStsNoErr;
 }
@@ -61,7 +57,7 @@ Status ippiDeinterlaceBlend_8u_C1(const uint8_t* const sources[3], int32_t src_s
       continue;
     }
     const BlendRows r = BlendRowsAt(f, src_step, y, h);
-    for (int64_t i = 0; i < w; ++i) out[i] = BlendSample(BlendTapsAt(r, i, w), *state);
+    for (int64_t i = 0; i < w; ++i) out[i] = BlendSample(BlendTapsAt(r, i), *state);
   }
   return ippStsNoErr;
 }

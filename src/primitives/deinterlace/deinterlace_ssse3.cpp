@@ -44,6 +44,8 @@ struct Lanes {
   static R Shl16x7(R a) { return _mm_slli_epi16(a, 7); }
   static R Shl16x8(R a) { return _mm_slli_epi16(a, 8); }
   static R Shr16x8(R a) { return _mm_srli_epi16(a, 8); }
+  static R Sra16x3(R a) { return _mm_srai_epi16(a, 3); }
+  static R Sra16x4(R a) { return _mm_srai_epi16(a, 4); }
 };
 
 }  // namespace
