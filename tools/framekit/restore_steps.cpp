@@ -42,37 +42,35 @@ std::vector<DemoStep> RestoreSteps(const Image& original) {
   const std::string size = SizeText(original);
   std::vector<DemoStep> steps;
   // Rows of 3 * width bytes: the test picture's width keeps them packed.
-  steps.push_back({"EffectDeinterlaceTriangle", "frame, " + size + ", temp, 256",
-                   "The interlaced input: the odd rows a field later, the picture panned 6 "
-                   "pixels right and 2 down. A centre weight of 256 leaves it as it is.",
-                   [](const Image& p) {
-                     Image frame = Interlaced(p, 0);
-                     std::vector<uint8_t> temp(frame.bytes.size());
-                     EffectDeinterlaceTriangle(frame.data(), p.width, p.height, temp.data(), 256);
-                     return Shown(std::move(frame));
-                   }});
-  for (const uint32_t weight : {128u, 0u}) {
-    steps.push_back(
-        {"EffectDeinterlaceTriangle", "frame, " + size + ", temp, " + std::to_string(weight),
-         weight == 0 ? "Teeth removed: each bottom sample clamped between the kept "
-                       "samples above and below (their median)."
-                     : "[1 2 1] / 4 on the comb teeth of the bottom rows.",
-         [weight](const Image& p) {
-           Image frame = Interlaced(p, 0);
-           std::vector<uint8_t> temp(frame.bytes.size());
-           EffectDeinterlaceTriangle(frame.data(), p.width, p.height, temp.data(), weight);
-           return Shown(std::move(frame));
-         }});
-  }
-  steps.push_back({"EffectDeinterlaceCAVT", "frame, " + size + ", temp, 16",
-                   "The bottom rows rebuilt from the kept rows and at most 16 levels of the "
-                   "bottom field's own vertical detail.",
-                   [](const Image& p) {
-                     Image frame = Interlaced(p, 0);
-                     std::vector<uint8_t> temp(frame.bytes.size());
-                     EffectDeinterlaceCAVT(frame.data(), p.width, p.height, temp.data(), 16);
-                     return Shown(std::move(frame));
-                   }});
+  // The in-place filters on the interlaced picture, with a temp of the frame's size.
+  using InPlace = void (*)(uint8_t*, int32_t, int32_t, uint8_t*, uint32_t);
+  const auto on_interlaced = [&](const char* function, InPlace filter, uint32_t value,
+                                 const char* note) {
+    steps.push_back({function, "frame, " + size + ", temp, " + std::to_string(value), note,
+                     [filter, value](const Image& p) {
+                       Image frame = Interlaced(p, 0);
+                       std::vector<uint8_t> temp(frame.bytes.size());
+                       filter(frame.data(), p.width, p.height, temp.data(), value);
+                       return Shown(std::move(frame));
+                     }});
+  };
+  const InPlace triangle = [](uint8_t* f, int32_t w, int32_t h, uint8_t* t, uint32_t v) {
+    EffectDeinterlaceTriangle(f, w, h, t, v);
+  };
+  const InPlace cavt = [](uint8_t* f, int32_t w, int32_t h, uint8_t* t, uint32_t v) {
+    EffectDeinterlaceCAVT(f, w, h, t, static_cast<uint16_t>(v));
+  };
+  on_interlaced("EffectDeinterlaceTriangle", triangle, 256,
+                "The interlaced input: the odd rows a field later, the picture panned 6 pixels "
+                "right and 2 down. A centre weight of 256 leaves it as it is.");
+  on_interlaced("EffectDeinterlaceTriangle", triangle, 128,
+                "[1 2 1] / 4 on the comb teeth of the bottom rows.");
+  on_interlaced("EffectDeinterlaceTriangle", triangle, 0,
+                "Teeth removed: each bottom sample clamped between the kept samples above and "
+                "below (their median).");
+  on_interlaced("EffectDeinterlaceCAVT", cavt, 16,
+                "The bottom rows rebuilt from the kept rows and at most 16 levels of the bottom "
+                "field's own vertical detail.");
   steps.push_back(
       {"EffectDeinterlaceBlend",
        "frame1, frame2, frame3, dst, " + size + ", " + std::to_string(original.stride) + ", " +
