@@ -85,5 +85,6 @@ void RegisterConvertBenchmarks();
 void RegisterResizeBenchmarks();
 void RegisterRotateBenchmarks();
 void RegisterComposeBenchmarks();
+void RegisterRestoreBenchmarks();
 
 }  // namespace framekit::bench

@@ -35,6 +35,7 @@ int main(int argc, char** argv) {
   framekit::bench::RegisterResizeBenchmarks();
   framekit::bench::RegisterRotateBenchmarks();
   framekit::bench::RegisterComposeBenchmarks();
+  framekit::bench::RegisterRestoreBenchmarks();
   benchmark::RunSpecifiedBenchmarks();
   benchmark::Shutdown();
   return 0;

@@ -332,6 +332,7 @@ FRAMEKIT_EXPORT int32_t zqippiRotate_8u_C3R(const uint8_t* src, FrameKitSize src
                                             int32_t interpolation) FRAMEKIT_NOEXCEPT;
 
 #include "framekit/framekit_compose.h"
+#include "framekit/framekit_restore.h"
 
 /* ---- Timing probe ------------------------------------------------------------------------ */
 

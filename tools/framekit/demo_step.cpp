@@ -7,8 +7,9 @@ namespace framekit::tool {
 
 std::vector<DemoStep> AllDemoSteps(const Image& original) {
   std::vector<DemoStep> steps;
-  for (auto family : {FlipSteps, CropCutSteps, FillSteps, ConvertSteps, EffectSteps, TextureSteps,
-                      ResizeSteps, RotateSteps, MotionSteps, ComposeSteps, MemorySteps}) {
+  for (auto family :
+       {FlipSteps, CropCutSteps, FillSteps, ConvertSteps, EffectSteps, TextureSteps, ResizeSteps,
+        RotateSteps, MotionSteps, ComposeSteps, RestoreSteps, MemorySteps}) {
     std::vector<DemoStep> more = family(original);
     steps.insert(steps.end(), more.begin(), more.end());
   }

@@ -39,6 +39,7 @@ std::vector<DemoStep> ResizeSteps(const Image& original);
 std::vector<DemoStep> RotateSteps(const Image& original);
 std::vector<DemoStep> MotionSteps(const Image& original);
 std::vector<DemoStep> ComposeSteps(const Image& original);
+std::vector<DemoStep> RestoreSteps(const Image& original);
 
 // Every step in gallery order.
 std::vector<DemoStep> AllDemoSteps(const Image& original);

@@ -25,6 +25,7 @@ inline constexpr Status ippStsChannelOrderErr = -60;  // channel swap: an order 
 inline constexpr Status ippStsAlphaTypeErr = -220;         // alpha composite: a type outside 0..11
 inline constexpr Status ippStsNotSupportedModeErr = -221;  // alpha composite: types 1..11
 inline constexpr Status ippStsOutOfRangeErr = -222;        // a weight or mode outside its range
+inline constexpr Status ippStsNoMemErr = -223;             // a state's allocation failed
 
 // A region size in pixels, passed by value: width then height.
 struct Size {

@@ -67,7 +67,11 @@ Case MakeCase(const PrimitiveShape& shape, const Size (&sizes)[kMaxSizes], int32
   c.axis = axis;
   for (size_t i = 0; i < shape.images.size(); ++i) {
     const ImageArg& arg = shape.images[i];
-    const Placement& p = placements[i];
+    Placement p = placements[i];
+    if (arg.step_of >= 0) {
+      p.step = placements[static_cast<size_t>(arg.step_of)].step;
+      p.bottom_up = placements[static_cast<size_t>(arg.step_of)].bottom_up;
+    }
     const Size region = RegionOf(arg, sizes[arg.size]);
     const int32_t row_bytes = (region.width + 2 * arg.border) * arg.bytes_per_pixel;
     const int32_t step = StepFor(p.step, row_bytes);

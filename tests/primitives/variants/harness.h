@@ -50,6 +50,9 @@ struct ImageArg {
   int border = 0;
   // Pixel bytes are drawn from 0..levels-1: a small number makes equal pixels common (keys).
   int levels = 256;
+  // The image whose step (kind and direction) this one shares, for primitives given one step for
+  // several images of the same shape; -1: a step of its own.
+  int step_of = -1;
 };
 
 inline constexpr int kMaxImages = 6;  // three source frames, a mask, a destination, a scratch

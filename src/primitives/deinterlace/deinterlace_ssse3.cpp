@@ -1,0 +1,71 @@
+// Deinterlacers, SSSE3 level: classes 2 to 5. 16 samples a step (deinterlace_body.h); the row ends
+// and tails go through the per-sample formulas.
+#include <immintrin.h>
+
+#include "primitives/deinterlace/deinterlace.h"
+#include "primitives/deinterlace/deinterlace_body.h"
+
+namespace framekit::prim::ssse3 {
+namespace {
+
+struct Lanes {
+  using R = __m128i;
+  static constexpr int64_t kBytes = 16;
+  static R Load(const uint8_t* p) { return _mm_loadu_si128(reinterpret_cast<const R*>(p)); }
+  static void Store(uint8_t* p, R v) { _mm_storeu_si128(reinterpret_cast<R*>(p), v); }
+  static R Zero() { return _mm_setzero_si128(); }
+  static R Ones() { return _mm_set1_epi32(-1); }
+  static R Set8(uint8_t v) { return _mm_set1_epi8(static_cast<char>(v)); }
+  static R Set16(int32_t v) { return _mm_set1_epi16(static_cast<int16_t>(v)); }
+  static R And(R a, R b) { return _mm_and_si128(a, b); }
+  static R Or(R a, R b) { return _mm_or_si128(a, b); }
+  static R Not(R a) { return _mm_xor_si128(a, Ones()); }
+  static R Select(R m, R a, R b) {
+    return _mm_or_si128(_mm_and_si128(m, a), _mm_andnot_si128(m, b));
+  }
+  static R Eq8(R a, R b) { return _mm_cmpeq_epi8(a, b); }
+  static R MinU8(R a, R b) { return _mm_min_epu8(a, b); }
+  static R MaxU8(R a, R b) { return _mm_max_epu8(a, b); }
+  static R SubsU8(R a, R b) { return _mm_subs_epu8(a, b); }
+  static R AddsU8(R a, R b) { return _mm_adds_epu8(a, b); }
+  static R AvgU8(R a, R b) { return _mm_avg_epu8(a, b); }
+  static R Low16(R a) { return _mm_unpacklo_epi8(a, Zero()); }
+  static R High16(R a) { return _mm_unpackhi_epi8(a, Zero()); }
+  static R PackU16(R lo, R hi) { return _mm_packus_epi16(lo, hi); }
+  static R Add16(R a, R b) { return _mm_add_epi16(a, b); }
+  static R Sub16(R a, R b) { return _mm_sub_epi16(a, b); }
+  static R SubsU16(R a, R b) { return _mm_subs_epu16(a, b); }
+  static R Mul16(R a, R b) { return _mm_mullo_epi16(a, b); }
+  static R MulHiU16(R a, R b) { return _mm_mulhi_epu16(a, b); }
+  static R MulHrs16(R a, R b) { return _mm_mulhrs_epi16(a, b); }
+  static R Min16(R a, R b) { return _mm_min_epi16(a, b); }
+  static R Max16(R a, R b) { return _mm_max_epi16(a, b); }
+  static R Gt16(R a, R b) { return _mm_cmpgt_epi16(a, b); }
+  static R Shl16x7(R a) { return _mm_slli_epi16(a, 7); }
+  static R Shl16x8(R a) { return _mm_slli_epi16(a, 8); }
+  static R Shr16x8(R a) { return _mm_srli_epi16(a, 8); }
+  static R Sra16x3(R a) { return _mm_srai_epi16(a, 3); }
+  static R Sra16x4(R a) { return _mm_srai_epi16(a, 4); }
+};
+
+}  // namespace
+
+Status ippiDeinterlaceFilterCAVT_8u_C1R(const uint8_t* src, int32_t src_step, uint8_t* dst,
+                                        int32_t dst_step, uint16_t threshold, Size roi) {
+  return deinterlace::Cavt<Lanes>(src, src_step, dst, dst_step, threshold, roi);
+}
+
+Status ippiDeinterlaceFilterTriangle_8u_C1R(const uint8_t* src, int32_t src_step, uint8_t* dst,
+                                            int32_t dst_step, Size roi, uint32_t centre_weight,
+                                            uint32_t layout) {
+  return deinterlace::Triangle<Lanes>(src, src_step, dst, dst_step, roi, centre_weight, layout);
+}
+
+Status ippiDeinterlaceBlend_8u_C1(const uint8_t* const sources[3], int32_t src_step, uint8_t* dst,
+                                  int32_t dst_step, Size size, int32_t top_first, int32_t top_field,
+                                  int32_t copy_field, const DeinterlaceBlendState* state) {
+  return deinterlace::Blend<Lanes>(sources, src_step, dst, dst_step, size, top_first, top_field,
+                                   copy_field, state);
+}
+
+}  // namespace framekit::prim::ssse3
