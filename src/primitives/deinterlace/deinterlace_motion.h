@@ -154,10 +154,11 @@ struct BlockField {
   int64_t Index(int64_t by, int64_t bx) const { return by * cols + bx; }
 };
 
-// Storage for up to three planes' fields in one block; empty when the allocation fails.
+// Storage for up to three planes' fields in one block, with `extra` bytes after them for a body's
+// own work; empty when the allocation fails.
 class MotionFields {
  public:
-  MotionFields(Size roi) : planes_(roi.width < 3 ? roi.width : 3) {
+  explicit MotionFields(Size roi, int64_t extra = 0) : planes_(roi.width < 3 ? roi.width : 3) {
     int64_t total = 0;
     for (int64_t c = 0; c < planes_; ++c) {
       const Plane p = PlaneOf(nullptr, 0, roi, c);
@@ -165,6 +166,8 @@ class MotionFields {
       field_[c].cols = (p.width + kBlockW - 1) / kBlockW;
       total += 4 * field_[c].rows * field_[c].cols;
     }
+    extra_ = (total + 63) / 64 * 64;
+    total = extra_ + extra;
     if (total <= 0 || total > INT32_MAX) return;
     block_ = ippsMalloc_8u(static_cast<int32_t>(total));
     uint8_t* at = block_;
@@ -184,9 +187,10 @@ class MotionFields {
   bool Ready() const { return block_ != nullptr; }
   int64_t Planes() const { return planes_; }
   BlockField& operator[](int64_t c) { return field_[c]; }
+  uint8_t* Extra() const { return block_ + extra_; }
 
  private:
-  int64_t planes_;
+  int64_t planes_, extra_ = 0;
   BlockField field_[3] = {};
   uint8_t* block_ = nullptr;
 };
