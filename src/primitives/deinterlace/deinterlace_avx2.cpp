@@ -53,6 +53,10 @@ struct Lanes {
     _mm_storeu_si128(reinterpret_cast<__m128i*>(p), _mm256_castsi256_si128(packed));
   }
   static R Sra16x6(R a) { return _mm256_srai_epi16(a, 6); }
+  static R LoadRows(const uint8_t* const* rows) {
+    return _mm256_loadu2_m128i(reinterpret_cast<const __m128i*>(rows[1]),
+                               reinterpret_cast<const __m128i*>(rows[0]));
+  }
   static R Sad(R a, R b) { return _mm256_sad_epu8(a, b); }
   static R Add64(R a, R b) { return _mm256_add_epi64(a, b); }
   static uint32_t SumSad(R a) {

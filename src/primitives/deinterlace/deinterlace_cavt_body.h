@@ -65,86 +65,148 @@ void FillPlane(const Plane& p, const Padded& d) {
   }
 }
 
-// The 16 pixels at x of `row` moved by u quarter pixels (HShift), valid ones only, rest 0.
+// The 16 pixels at x of `row` moved by u quarter pixels (HShift) when u is fractional.
 template <class V>
-void ShiftedRow(const uint8_t* row, int64_t x, int32_t u, int64_t valid, uint8_t* out) {
-  const int32_t s = -u, q = s & 3;
+void ShiftedRow(const uint8_t* row, int64_t x, int32_t u, uint8_t* out) {
+  const int32_t s = -u;
   const uint8_t* at = row + x + (s >> 2);
-  if (q == 0) {
-    std::memcpy(out, at, 16);
-  } else {
-    for (int64_t h = 0; h < 16; h += V::kBytes / 2) {
-      V::StoreNarrow(out + h, Taps4<V>(kHq[q], at + h - 1, at + h, at + h + 1, at + h + 2));
-    }
+  for (int64_t h = 0; h < 16; h += V::kBytes / 2) {
+    V::StoreNarrow(out + h, Taps4<V>(kHq[s & 3], at + h - 1, at + h, at + h + 1, at + h + 2));
   }
-  if (valid < 16) std::memset(out + valid, 0, static_cast<size_t>(16 - valid));
 }
 
-// The kept field at row 2 i + ph / 4 (KeptAt), 16 pixels at x, valid ones only, rest 0.
+// Sum of |a[r] - b[r]| over the rows' 16 bytes; `masked` leaves out the bytes that mask clears.
 template <class V>
-void KeptRow(const Padded& d, int64_t i, int64_t x, int32_t ph, int64_t valid, uint8_t* out) {
-  if (ph == 0 || ph == 4) {
-    std::memcpy(out, (ph == 0 ? d.Kept(i) : d.Mid(i)) + x, 16);
-  } else {
-    for (int64_t h = 0; h < 16; h += V::kBytes / 2) {
-      V::StoreNarrow(out + h, Taps4<V>(kVe[ph], d.Kept(i - 1) + x + h, d.Kept(i) + x + h,
-                                       d.Kept(i + 1) + x + h, d.Kept(i + 2) + x + h));
-    }
-  }
-  if (valid < 16) std::memset(out + valid, 0, static_cast<size_t>(16 - valid));
-}
-
-// Sum of |a - b| over 8 rows of 16 bytes.
-template <class V>
-uint32_t BlockSad(const uint8_t* a, const uint8_t* b) {
+uint32_t BlockSad(const uint8_t* const* a, const uint8_t* const* b, bool masked,
+                  typename V::R mask) {
   typename V::R acc = V::Zero();
-  for (int64_t k = 0; k < 128; k += V::kBytes) {
-    acc = V::Add64(acc, V::Sad(V::Load(a + k), V::Load(b + k)));
+  for (int64_t r = 0; r < kBlockH; r += V::kBytes / 16) {
+    typename V::R x = V::LoadRows(a + r), y = V::LoadRows(b + r);
+    if (masked) x = V::And(mask, x), y = V::And(mask, y);
+    acc = V::Add64(acc, V::Sad(x, y));
   }
   return V::SumSad(acc);
 }
 
-// A block's SAD at a fractional vector (the reference's BlockCost).
+// A block's SADs at fractional vectors (the reference's BlockCost) for stages 2 and 3. Rows are
+// pointers: into the padded planes where no filter is needed, else into filtered rows kept by
+// (u, m) for the moved other field and by phase for the kept field, which neighbouring
+// candidates share. Rows past the field's end point both sides at zeros.
 template <class V>
-uint32_t FractionalCost(const Padded& d, int64_t i0, int64_t rows, int64_t x, int64_t valid,
-                        int32_t u, int32_t v) {
-  alignas(32) uint8_t pred[128] = {}, kept[128] = {};
-  const Split sv = SplitV(v);
-  for (int64_t r = 0; r < rows; ++r) {
-    ShiftedRow<V>(d.Other(i0 + r - sv.m), x, u, valid, pred + 16 * r);
-    KeptRow<V>(d, i0 + r, x, sv.f + 4, valid, kept + 16 * r);
+class FractionalCosts {
+ public:
+  FractionalCosts(const Padded& d, int64_t i0, int64_t rows, int64_t x, int64_t valid)
+      : d_(d), i0_(i0), rows_(rows), x_(x), masked_(valid < 16) {
+    alignas(32) uint8_t pattern[32];
+    for (int64_t k = 0; k < 32; ++k) pattern[k] = k % 16 < valid ? 255 : 0;
+    mask_ = V::Load(pattern);
   }
-  return BlockSad<V>(pred, kept);
-}
+
+  uint32_t operator()(int32_t u, int32_t v) {
+    const Split sv = SplitV(v);
+    return BlockSad<V>(Moved(u, sv.m), Kept(sv.f + 4), masked_, mask_);
+  }
+
+ private:
+  static constexpr int kSlots = 16;  // stages 2 and 3 try 16 candidates
+
+  const uint8_t* const* Moved(int32_t u, int32_t m) {
+    const int32_t key = u * 8 + m;
+    for (int k = 0; k < moved_count_; ++k) {
+      if (moved_key_[k] == key) return moved_rows_[k];
+    }
+    const int k = moved_count_++;
+    moved_key_[k] = key;
+    for (int64_t r = 0; r < kBlockH; ++r) {
+      const uint8_t* row = d_.Other(i0_ + r - m);
+      if (r >= rows_) {
+        moved_rows_[k][r] = kValidBytes + 32;
+      } else if ((u & 3) == 0) {
+        moved_rows_[k][r] = row + x_ - (u >> 2);
+      } else {
+        ShiftedRow<V>(row, x_, u, moved_[k][r]);
+        moved_rows_[k][r] = moved_[k][r];
+      }
+    }
+    return moved_rows_[k];
+  }
+
+  const uint8_t* const* Kept(int32_t ph) {
+    if ((kept_ready_ & (1u << ph)) == 0) {
+      kept_ready_ |= 1u << ph;
+      for (int64_t r = 0; r < kBlockH; ++r) {
+        const int64_t i = i0_ + r;
+        if (r >= rows_) {
+          kept_rows_[ph][r] = kValidBytes + 32;
+        } else if (ph == 0 || ph == 4) {
+          kept_rows_[ph][r] = (ph == 0 ? d_.Kept(i) : d_.Mid(i)) + x_;
+        } else {
+          for (int64_t h = 0; h < 16; h += V::kBytes / 2) {
+            V::StoreNarrow(kept_[ph][r] + h,
+                           Taps4<V>(kVe[ph], d_.Kept(i - 1) + x_ + h, d_.Kept(i) + x_ + h,
+                                    d_.Kept(i + 1) + x_ + h, d_.Kept(i + 2) + x_ + h));
+          }
+          kept_rows_[ph][r] = kept_[ph][r];
+        }
+      }
+    }
+    return kept_rows_[ph];
+  }
+
+  const Padded& d_;
+  int64_t i0_, rows_, x_;
+  bool masked_;
+  typename V::R mask_;
+  int moved_count_ = 0;
+  uint32_t kept_ready_ = 0;
+  int32_t moved_key_[kSlots];
+  const uint8_t* moved_rows_[kSlots][kBlockH];
+  const uint8_t* kept_rows_[8][kBlockH];
+  alignas(32) uint8_t moved_[kSlots][kBlockH][16];
+  alignas(32) uint8_t kept_[8][kBlockH][16];
+};
 
 // Stage 1 for one block row: costs[bx * kCandidates + k] for every integer candidate k and,
-// last, the SAD against the kept rows below (the line-doubling check's second half).
+// last, the SAD against the kept rows below (the line-doubling check's second half). Only the
+// register holding the plane's end is masked.
 template <class V>
 void IntegerCosts(const Padded& d, int64_t i0, int64_t rows, int64_t cols, uint32_t* costs) {
   using R = typename V::R;
   constexpr int64_t kBlocks = V::kBytes / 16;
+  const int64_t full = d.width / V::kBytes * V::kBytes;
+  const R mask = V::Load(kValidBytes + 32 - (d.width - full));
   for (int64_t k = 0; k < kCandidates; ++k) {
     const int32_t u = k < kIntegerCandidates ? static_cast<int32_t>(k % 9) - kRangeU : 0;
     const int32_t v = k < kIntegerCandidates ? static_cast<int32_t>(k / 9) - kRangeV : 0;
     const Split sv = SplitV(4 * v);
-    for (int64_t x = 0; x < d.width; x += V::kBytes) {
-      const int64_t valid = d.width - x;
-      const R mask = V::Load(kValidBytes + 32 - (valid < 32 ? valid : 32));
-      R acc = V::Zero();
-      for (int64_t r = 0; r < rows; ++r) {
-        const int64_t i = i0 + r;
-        const uint8_t* target = k == kIntegerCandidates ? d.Kept(i + 1)
-                                : sv.f == 0             ? d.Mid(i)
-                                                        : d.Kept(i);
-        acc = V::Add64(acc, V::Sad(V::And(mask, V::Load(d.Other(i - sv.m) + x - u)),
-                                   V::And(mask, V::Load(target + x))));
-      }
+    const uint8_t *moved[kBlockH], *target[kBlockH];
+    for (int64_t r = 0; r < rows; ++r) {
+      const int64_t i = i0 + r;
+      moved[r] = d.Other(i - sv.m) - u;
+      target[r] = k == kIntegerCandidates ? d.Kept(i + 1) : sv.f == 0 ? d.Mid(i) : d.Kept(i);
+    }
+    const auto store = [&](int64_t x, R acc) {
       uint64_t lanes[V::kBytes / 8];
       V::Store(reinterpret_cast<uint8_t*>(lanes), acc);
       for (int64_t b = 0; b < kBlocks && x / 16 + b < cols; ++b) {
         costs[(x / 16 + b) * kCandidates + k] =
             static_cast<uint32_t>(lanes[2 * b] + lanes[2 * b + 1]);
       }
+    };
+    for (int64_t x = 0; x < full; x += V::kBytes) {
+      R acc = V::Zero();
+      for (int64_t r = 0; r < rows; ++r) {
+        acc = V::Add64(acc, V::Sad(V::Load(moved[r] + x), V::Load(target[r] + x)));
+      }
+      store(x, acc);
+    }
+    if (full < d.width) {
+      R acc = V::Zero();
+      for (int64_t r = 0; r < rows; ++r) {
+        acc = V::Add64(acc, V::Sad(V::And(mask, V::Load(moved[r] + full)),
+                                   V::And(mask, V::Load(target[r] + full))));
+      }
+      store(full, acc);
     }
   }
 }
@@ -158,9 +220,8 @@ void SearchPadded(const Padded& d, BlockField& f, uint32_t* costs) {
     for (int64_t bx = 0; bx < f.cols; ++bx) {
       const uint32_t* c = costs + bx * kCandidates;
       const int64_t x = bx * kBlockW, valid = d.width - x < 16 ? d.width - x : 16;
-      const Vector best = Refine(PickInteger(c), [&](int32_t u, int32_t v) {
-        return FractionalCost<V>(d, i0, rows, x, valid, u, v);
-      });
+      FractionalCosts<V> cost(d, i0, rows, x, valid);
+      const Vector best = Refine(PickInteger(c), cost);
       const int64_t b = f.Index(by, bx);
       f.u[b] = static_cast<int8_t>(best.u);
       f.v[b] = static_cast<int8_t>(best.v);
@@ -170,54 +231,74 @@ void SearchPadded(const Padded& d, BlockField& f, uint32_t* costs) {
   }
 }
 
-// 16 rebuilt samples of missing row i at x (RebuildSample).
+// A block's rebuilt samples (RebuildSample), rows of 16 at out. The moved other field is made
+// once for the block's rows and the one above and below, which the taps share.
 template <class V>
-void RebuildBlockRow(const Padded& d, int64_t i, int64_t x, int32_t u, int32_t v, int32_t t,
-                     uint8_t* out) {
+void RebuildBlock(const Padded& d, int64_t i0, int64_t rows, int64_t x, int32_t u, int32_t v,
+                  int32_t t, uint8_t* out, int64_t out_stride) {
   using R = typename V::R;
   const Split sv = SplitV(v);
   const int32_t* w = kRw[sv.f + 4];
-  alignas(32) uint8_t moved[3][16];
-  for (int64_t k = 0; k < 3; ++k) {
-    ShiftedRow<V>(d.Other(Clamp64(i - 1 + k, 0, d.other - 1) - sv.m), x, u, 16, moved[k]);
+  const uint8_t* moved[kBlockH + 2];
+  alignas(32) uint8_t filtered[kBlockH + 2][16];
+  for (int64_t k = 0; k < rows + 2; ++k) {
+    const uint8_t* row = d.Other(Clamp64(i0 - 1 + k, 0, d.other - 1) - sv.m);
+    if ((u & 3) == 0) {
+      moved[k] = row + x - (u >> 2);
+    } else {
+      ShiftedRow<V>(row, x, u, filtered[k]);
+      moved[k] = filtered[k];
+    }
   }
   const R w01 = V::SetPair(w[0], w[1]), w23 = V::SetPair(w[2], w[3]);
   const R w45 = V::SetPair(w[4], w[5]), w6r = V::SetPair(w[6], 32), one = V::Set16(1);
   const R margin = V::Set16(t < 1024 ? t : 1024);  // past 1024 no rebuilt value is limited
-  for (int64_t h = 0; h < 16; h += V::kBytes / 2) {
-    const R k0 = V::LoadWide(d.Kept(i - 1) + x + h), k1 = V::LoadWide(d.Kept(i) + x + h);
-    const R k2 = V::LoadWide(d.Kept(i + 1) + x + h), k3 = V::LoadWide(d.Kept(i + 2) + x + h);
-    const R o0 = V::LoadWide(moved[0] + h), o1 = V::LoadWide(moved[1] + h);
-    const R o2 = V::LoadWide(moved[2] + h);
-    // 32-bit sums: the weights' magnitudes add up to 354, too much for 16 bits.
-    const auto half = [&](auto unpack) {
-      R acc = V::Add32(V::Madd16(unpack(k0, k1), w01), V::Madd16(unpack(k2, k3), w23));
-      acc =
-          V::Add32(acc, V::Add32(V::Madd16(unpack(o0, o1), w45), V::Madd16(unpack(o2, one), w6r)));
-      return V::Sra32x6(acc);
-    };
-    const R r = V::PackS32(half([](R a, R b) { return V::Unpack16Lo(a, b); }),
-                           half([](R a, R b) { return V::Unpack16Hi(a, b); }));
-    const R lo = V::Sub16(V::Min16(k1, k2), margin), hi = V::Add16(V::Max16(k1, k2), margin);
-    V::StoreNarrow(out + h, V::Max16(V::Min16(r, hi), lo));
+  for (int64_t r = 0; r < rows; ++r) {
+    const int64_t i = i0 + r;
+    const uint8_t *kept0 = d.Kept(i - 1), *kept1 = d.Kept(i), *kept2 = d.Kept(i + 1);
+    const uint8_t* kept3 = d.Kept(i + 2);
+    for (int64_t h = 0; h < 16; h += V::kBytes / 2) {
+      const R k0 = V::LoadWide(kept0 + x + h), k1 = V::LoadWide(kept1 + x + h);
+      const R k2 = V::LoadWide(kept2 + x + h), k3 = V::LoadWide(kept3 + x + h);
+      const R o0 = V::LoadWide(moved[r] + h), o1 = V::LoadWide(moved[r + 1] + h);
+      const R o2 = V::LoadWide(moved[r + 2] + h);
+      // 32-bit sums: the weights' magnitudes add up to 354, too much for 16 bits.
+      const auto half = [&](auto unpack) {
+        R acc = V::Add32(V::Madd16(unpack(k0, k1), w01), V::Madd16(unpack(k2, k3), w23));
+        acc = V::Add32(acc,
+                       V::Add32(V::Madd16(unpack(o0, o1), w45), V::Madd16(unpack(o2, one), w6r)));
+        return V::Sra32x6(acc);
+      };
+      const R rebuilt = V::PackS32(half([](R a, R b) { return V::Unpack16Lo(a, b); }),
+                                   half([](R a, R b) { return V::Unpack16Hi(a, b); }));
+      const R lo = V::Sub16(V::Min16(k1, k2), margin), hi = V::Add16(V::Max16(k1, k2), margin);
+      V::StoreNarrow(out + r * out_stride + h, V::Max16(V::Min16(rebuilt, hi), lo));
+    }
   }
 }
 
+// Block row by block row into `lines` (8 rows of the padded stride), then back into the plane's
+// samples of the destination.
 template <class V>
 void RebuildPadded(const Padded& d, const BlockField& f, int32_t t, uint8_t* dst, int32_t dst_step,
-                   int64_t channel, uint8_t* line) {
-  for (int64_t i = 0; i < d.other; ++i) {
-    const int64_t by = i / kBlockH;
+                   int64_t channel, uint8_t* lines) {
+  for (int64_t by = 0; by < f.rows; ++by) {
+    const int64_t i0 = by * kBlockH;
+    const int64_t rows = d.other - i0 < kBlockH ? d.other - i0 : kBlockH;
     for (int64_t bx = 0; bx < f.cols; ++bx) {
       const int64_t b = f.Index(by, bx), x = bx * kBlockW;
       if (f.same[b] != 0) {
-        std::memcpy(line + x, d.Other(i) + x, 16);
+        for (int64_t r = 0; r < rows; ++r)
+          std::memcpy(lines + r * d.stride + x, d.Other(i0 + r) + x, 16);
       } else {
-        RebuildBlockRow<V>(d, i, x, f.u[b], f.v[b], t, line + x);
+        RebuildBlock<V>(d, i0, rows, x, f.u[b], f.v[b], t, lines + x, d.stride);
       }
     }
-    uint8_t* out = RowAt(dst, dst_step, 2 * i + 1) + channel;
-    for (int64_t x = 0; x < d.width; ++x) out[3 * x] = line[x];
+    for (int64_t r = 0; r < rows; ++r) {
+      const uint8_t* line = lines + r * d.stride;
+      uint8_t* out = RowAt(dst, dst_step, 2 * (i0 + r) + 1) + channel;
+      for (int64_t x = 0; x < d.width; ++x) out[3 * x] = line[x];
+    }
   }
 }
 
@@ -232,14 +313,14 @@ Status Cavt(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_step
   const int64_t cols = (first.width + kBlockW - 1) / kBlockW;
   const int64_t plane_bytes = (2 * first.other + first.kept) * stride;
   const int64_t cost_bytes = cols * kCandidates * 4;
-  MotionFields fields(roi, plane_bytes + cost_bytes + stride);
+  MotionFields fields(roi, plane_bytes + cost_bytes + kBlockH * stride);
   if (!fields.Ready()) {
     RebuildWithoutMotion(src, src_step, dst, dst_step, threshold, roi);
     return ippStsNoErr;
   }
   uint8_t* work = fields.Extra();
   uint32_t* costs = reinterpret_cast<uint32_t*>(work + plane_bytes);
-  uint8_t* line = work + plane_bytes + cost_bytes;
+  uint8_t* lines = work + plane_bytes + cost_bytes;
   for (int64_t c = 0; c < fields.Planes(); ++c) {
     const Plane p = PlaneOf(src, src_step, roi, c);
     const Padded d{work, PaddedStride(p.width), p.width, p.kept, p.other};
@@ -247,7 +328,7 @@ Status Cavt(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_step
     BlockField& f = fields[c];
     SearchPadded<V>(d, f, costs);
     SmoothField(f);
-    RebuildPadded<V>(d, f, threshold, dst, dst_step, c, line);
+    RebuildPadded<V>(d, f, threshold, dst, dst_step, c, lines);
   }
   return ippStsNoErr;
 }

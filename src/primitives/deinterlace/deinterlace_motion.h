@@ -132,7 +132,7 @@ static inline Vector PickInteger(const uint32_t* costs) {
 // Stages 2 and 3: the eight neighbours at half, then quarter steps around the stage's start, in
 // a fixed order, the strictly better taking over. cost(u, v) is a block's SAD.
 template <class Cost>
-Vector Refine(Vector best, Cost cost) {
+Vector Refine(Vector best, Cost& cost) {
   for (int32_t step = 2; step >= 1; --step) {
     const Vector start = best;
     for (int32_t du = -step; du <= step; du += step) {
@@ -196,24 +196,20 @@ class MotionFields {
 };
 
 // Each block's value becomes the median (13th smallest) of its 5 x 5 neighbourhood, edge
-// blocks repeated beyond the grid.
+// blocks repeated beyond the grid. Vectors stay within +-19 quarter steps, so a count of each
+// value finds the median.
 static inline void MedianOfBlocks(int8_t* values, int8_t* scratch, int64_t rows, int64_t cols) {
   for (int64_t by = 0; by < rows; ++by) {
     for (int64_t bx = 0; bx < cols; ++bx) {
-      int8_t n[25];
-      int k = 0;
+      uint8_t count[64] = {};
       for (int64_t dy = -2; dy <= 2; ++dy) {
-        for (int64_t dx = -2; dx <= 2; ++dx) {
-          n[k++] = values[Clamp64(by + dy, 0, rows - 1) * cols + Clamp64(bx + dx, 0, cols - 1)];
-        }
+        const int8_t* row = values + Clamp64(by + dy, 0, rows - 1) * cols;
+        for (int64_t dx = -2; dx <= 2; ++dx) ++count[row[Clamp64(bx + dx, 0, cols - 1)] + 32];
       }
-      for (int a = 1; a < 25; ++a) {
-        const int8_t x = n[a];
-        int b = a;
-        for (; b > 0 && n[b - 1] > x; --b) n[b] = n[b - 1];
-        n[b] = x;
+      int32_t k = 0;
+      for (int32_t seen = count[0]; seen < 13; seen += count[++k]) {
       }
-      scratch[by * cols + bx] = n[12];
+      scratch[by * cols + bx] = static_cast<int8_t>(k - 32);
     }
   }
   std::memcpy(values, scratch, static_cast<size_t>(rows * cols));

@@ -54,6 +54,7 @@ struct Lanes {
     _mm_storel_epi64(reinterpret_cast<R*>(p), _mm_packus_epi16(v, v));
   }
   static R Sra16x6(R a) { return _mm_srai_epi16(a, 6); }
+  static R LoadRows(const uint8_t* const* rows) { return Load(rows[0]); }
   static R Sad(R a, R b) { return _mm_sad_epu8(a, b); }
   static R Add64(R a, R b) { return _mm_add_epi64(a, b); }
   static uint32_t SumSad(R a) {
