@@ -97,8 +97,8 @@ class FractionalCosts {
  public:
   FractionalCosts(const Padded& d, int64_t i0, int64_t rows, int64_t x, int64_t valid)
       : d_(d), i0_(i0), rows_(rows), x_(x), masked_(valid < 16) {
-    alignas(32) uint8_t pattern[32];
-    for (int64_t k = 0; k < 32; ++k) pattern[k] = k % 16 < valid ? 255 : 0;
+    alignas(32) uint8_t pattern[32] = {};
+    for (int64_t k = 0; masked_ && k < 32; ++k) pattern[k] = k % 16 < valid ? 255 : 0;
     mask_ = V::Load(pattern);
   }
 
@@ -167,47 +167,43 @@ class FractionalCosts {
 };
 
 // Stage 1 for one block row: costs[bx * kCandidates + k] for every integer candidate k and,
-// last, the SAD against the kept rows below (the line-doubling check's second half). Only the
-// register holding the plane's end is masked.
+// last, the SAD against the kept rows below (the line-doubling check's second half). Each row
+// offset's target rows are loaded once for its nine horizontal offsets; only the register
+// holding the plane's end is masked.
 template <class V>
 void IntegerCosts(const Padded& d, int64_t i0, int64_t rows, int64_t cols, uint32_t* costs) {
   using R = typename V::R;
   constexpr int64_t kBlocks = V::kBytes / 16;
   const int64_t full = d.width / V::kBytes * V::kBytes;
-  const R mask = V::Load(kValidBytes + 32 - (d.width - full));
-  for (int64_t k = 0; k < kCandidates; ++k) {
-    const int32_t u = k < kIntegerCandidates ? static_cast<int32_t>(k % 9) - kRangeU : 0;
-    const int32_t v = k < kIntegerCandidates ? static_cast<int32_t>(k / 9) - kRangeV : 0;
-    const Split sv = SplitV(4 * v);
+  const R tail_mask = V::Load(kValidBytes + 32 - (d.width - full));
+  for (int32_t v = -kRangeV; v <= kRangeV + 1; ++v) {
+    const bool below = v > kRangeV;  // the line-doubling check: u = 0 against the rows below
+    const Split sv = SplitV(below ? 0 : 4 * v);
     const uint8_t *moved[kBlockH], *target[kBlockH];
     for (int64_t r = 0; r < rows; ++r) {
       const int64_t i = i0 + r;
-      moved[r] = d.Other(i - sv.m) - u;
-      target[r] = k == kIntegerCandidates ? d.Kept(i + 1) : sv.f == 0 ? d.Mid(i) : d.Kept(i);
+      moved[r] = d.Other(i - sv.m);
+      target[r] = below ? d.Kept(i + 1) : sv.f == 0 ? d.Mid(i) : d.Kept(i);
     }
-    const auto store = [&](int64_t x, R acc) {
-      uint64_t lanes[V::kBytes / 8];
-      V::Store(reinterpret_cast<uint8_t*>(lanes), acc);
-      for (int64_t b = 0; b < kBlocks && x / 16 + b < cols; ++b) {
-        costs[(x / 16 + b) * kCandidates + k] =
-            static_cast<uint32_t>(lanes[2 * b] + lanes[2 * b + 1]);
+    const auto columns = [&](int64_t x, R mask) {
+      R t[kBlockH];
+      for (int64_t r = 0; r < rows; ++r) t[r] = V::And(mask, V::Load(target[r] + x));
+      for (int32_t u = below ? 0 : -kRangeU; u <= (below ? 0 : kRangeU); ++u) {
+        R acc = V::Zero();
+        for (int64_t r = 0; r < rows; ++r) {
+          acc = V::Add64(acc, V::Sad(V::And(mask, V::Load(moved[r] + x - u)), t[r]));
+        }
+        const int64_t k = below ? kIntegerCandidates : (v + kRangeV) * 9 + u + kRangeU;
+        uint64_t lanes[V::kBytes / 8];
+        V::Store(reinterpret_cast<uint8_t*>(lanes), acc);
+        for (int64_t b = 0; b < kBlocks && x / 16 + b < cols; ++b) {
+          costs[(x / 16 + b) * kCandidates + k] =
+              static_cast<uint32_t>(lanes[2 * b] + lanes[2 * b + 1]);
+        }
       }
     };
-    for (int64_t x = 0; x < full; x += V::kBytes) {
-      R acc = V::Zero();
-      for (int64_t r = 0; r < rows; ++r) {
-        acc = V::Add64(acc, V::Sad(V::Load(moved[r] + x), V::Load(target[r] + x)));
-      }
-      store(x, acc);
-    }
-    if (full < d.width) {
-      R acc = V::Zero();
-      for (int64_t r = 0; r < rows; ++r) {
-        acc = V::Add64(acc, V::Sad(V::And(mask, V::Load(moved[r] + full)),
-                                   V::And(mask, V::Load(target[r] + full))));
-      }
-      store(full, acc);
-    }
+    for (int64_t x = 0; x < full; x += V::kBytes) columns(x, V::Ones());
+    if (full < d.width) columns(full, tail_mask);
   }
 }
 
