@@ -1,5 +1,6 @@
-// Deinterlacers, AVX2 level: class 6. 32 samples a step (deinterlace_body.h); row tails go through
-// the per-sample formulas.
+// Deinterlacers, AVX2 level: class 6. Triangle and blend: 32 samples a step (deinterlace_body.h),
+// row tails through the per-sample formulas. CAVT: two block rows of 16 pixels a SAD register
+// over padded planes, tails masked (deinterlace_cavt_body.h).
 #include <immintrin.h>
 
 #include "primitives/deinterlace/deinterlace.h"

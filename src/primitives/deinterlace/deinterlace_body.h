@@ -1,7 +1,8 @@
-// The vector bodies of the deinterlacers, one template for every level. V supplies N-byte
-// registers (V::R) and the byte and 16-bit lane operations below; every result is the
-// reference's integer, lane by lane. Rows are walked N samples a step; the tail shorter than a
-// register goes through the per-sample formulas of deinterlace.h.
+// The triangle's and the blend's vector bodies, one template for every level (CAVT's is in
+// deinterlace_cavt_body.h). V supplies N-byte registers (V::R) and the byte and 16-bit lane
+// operations below; every result is the reference's integer, lane by lane. Rows are walked N
+// samples a step; the tail shorter than a register goes through the per-sample formulas of
+// deinterlace.h.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,6 @@
-// Deinterlacers, SSSE3 level: classes 2 to 5. 16 samples a step (deinterlace_body.h); the row ends
-// and tails go through the per-sample formulas.
+// Deinterlacers, SSSE3 level: classes 2 to 5. Triangle and blend: 16 samples a step
+// (deinterlace_body.h), the row ends and tails through the per-sample formulas. CAVT: one block
+// row of 16 pixels a SAD register over padded planes, tails masked (deinterlace_cavt_body.h).
 #include <immintrin.h>
 
 #include "primitives/deinterlace/deinterlace.h"
