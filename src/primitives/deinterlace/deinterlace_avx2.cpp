@@ -73,6 +73,9 @@ struct Lanes {
   static R PackS32(R lo, R hi) { return _mm256_packs_epi32(lo, hi); }
   static R Unpack16Lo(R a, R b) { return _mm256_unpacklo_epi16(a, b); }
   static R Unpack16Hi(R a, R b) { return _mm256_unpackhi_epi16(a, b); }
+  static R Unpack8Lo(R a, R b) { return _mm256_unpacklo_epi8(a, b); }
+  static R Unpack8Hi(R a, R b) { return _mm256_unpackhi_epi8(a, b); }
+  static R MaddU8S8(R a, R b) { return _mm256_maddubs_epi16(a, b); }
 };
 
 }  // namespace

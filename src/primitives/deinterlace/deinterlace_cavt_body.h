@@ -21,15 +21,27 @@ alignas(64) constexpr uint8_t kValidBytes[64] = {
     255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255,
     255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255};
 
-// One plane's fields, deinterleaved: the other field's rows, the kept field's rows and the kept
-// field halfway between its rows (the even-row candidates' target), each padded.
+// One plane's fields, deinterleaved and padded: the other field's rows, the kept field's rows,
+// the kept field at each vertical phase between its rows and the other field at each fractional
+// horizontal phase, all made once so that every candidate's rows are plain loads.
 struct Padded {
   uint8_t* base;
   int64_t stride, width, kept, other;
+  static constexpr int64_t kRowsPerOther = 11;  // other, 7 vertical and 3 horizontal phases
   uint8_t* Row(int64_t r) const { return base + r * stride + kPadLeft; }
   const uint8_t* Other(int64_t j) const { return Row(Clamp64(j, 0, other - 1)); }
   const uint8_t* Kept(int64_t j) const { return Row(other + Clamp64(j, 0, kept - 1)); }
-  uint8_t* Mid(int64_t j) const { return Row(other + kept + j); }
+  // The kept field at frame row 2 j + ph / 4 (KeptAt), ph = 1..7, for j = 0..other - 1.
+  uint8_t* Between(int64_t ph, int64_t j) const { return Row(other + kept + (ph - 1) * other + j); }
+  uint8_t* Mid(int64_t j) const { return Between(4, j); }
+  // Other(j) filtered at phase q = 1..3: sample x from samples x - 1 .. x + 2 (HShift).
+  uint8_t* Shifted(int64_t q, int64_t j) const { return Row(other + kept + (6 + q) * other + j); }
+  // Other(j) moved by u quarter pixels: the sample at x is Moved(j, u)[x].
+  const uint8_t* Moved(int64_t j, int32_t u) const {
+    const int32_t s = -u;
+    const int64_t at = Clamp64(j, 0, other - 1);
+    return ((s & 3) == 0 ? Row(at) : Shifted(s & 3, at)) + (s >> 2);
+  }
 };
 
 static inline int64_t PaddedStride(int64_t width) {
@@ -42,36 +54,43 @@ static inline void SplitRow(const uint8_t* src, int64_t width, uint8_t* row, int
   std::memset(row + width, row[width - 1], static_cast<size_t>(stride - kPadLeft - width));
 }
 
+// A pair of filter taps as maddubs weights.
+static inline int32_t BytePair(int32_t low, int32_t high) { return high * 256 + (low & 255); }
+
+// Four taps over 64 on whole registers of samples, rounded and clipped. Sample pairs times
+// weight pairs stay within 16 bits: no filter's positive weights add up to more than 72.
 template <class V>
-typename V::R Taps4(const int32_t* w, const uint8_t* a, const uint8_t* b, const uint8_t* c,
-                    const uint8_t* d) {
+void Taps4Row(const int32_t* w, const uint8_t* a, const uint8_t* b, const uint8_t* c,
+              const uint8_t* d, int64_t from, int64_t to, uint8_t* out) {
   using R = typename V::R;
-  R acc = V::Add16(V::Set16(32), V::Mul16(V::Set16(w[0]), V::LoadWide(a)));
-  acc = V::Add16(acc, V::Mul16(V::Set16(w[1]), V::LoadWide(b)));
-  acc = V::Add16(acc, V::Mul16(V::Set16(w[2]), V::LoadWide(c)));
-  return V::Sra16x6(V::Add16(acc, V::Mul16(V::Set16(w[3]), V::LoadWide(d))));
+  const R w01 = V::Set16(BytePair(w[0], w[1])), w23 = V::Set16(BytePair(w[2], w[3]));
+  const R round = V::Set16(32);
+  for (int64_t x = from; x < to; x += V::kBytes) {
+    const R ra = V::Load(a + x), rb = V::Load(b + x), rc = V::Load(c + x), rd = V::Load(d + x);
+    const R lo =
+        V::Add16(V::MaddU8S8(V::Unpack8Lo(ra, rb), w01), V::MaddU8S8(V::Unpack8Lo(rc, rd), w23));
+    const R hi =
+        V::Add16(V::MaddU8S8(V::Unpack8Hi(ra, rb), w01), V::MaddU8S8(V::Unpack8Hi(rc, rd), w23));
+    V::Store(out + x, V::PackU16(V::Sra16x6(V::Add16(lo, round)), V::Sra16x6(V::Add16(hi, round))));
+  }
 }
 
 template <class V>
 void FillPlane(const Plane& p, const Padded& d) {
   for (int64_t j = 0; j < p.other; ++j) SplitRow(p.Other(j), p.width, d.Row(j), d.stride);
   for (int64_t j = 0; j < p.kept; ++j) SplitRow(p.Kept(j), p.width, d.Row(p.other + j), d.stride);
-  constexpr int64_t kHalf = V::kBytes / 2;
+  // Reads reach from x - 1 to x + 2 + kBytes within the row; made from -8 to past the last
+  // block's end plus the widest offset.
+  const int64_t from = -8, to = d.stride - kPadLeft - V::kBytes - 2;
   for (int64_t j = 0; j < p.other; ++j) {
-    for (int64_t x = -kPadLeft; x < d.stride - kPadLeft; x += kHalf) {
-      V::StoreNarrow(d.Mid(j) + x, Taps4<V>(kVe[4], d.Kept(j - 1) + x, d.Kept(j) + x,
-                                            d.Kept(j + 1) + x, d.Kept(j + 2) + x));
+    for (int64_t ph = 1; ph < 8; ++ph) {
+      Taps4Row<V>(kVe[ph], d.Kept(j - 1), d.Kept(j), d.Kept(j + 1), d.Kept(j + 2), from, to,
+                  d.Between(ph, j));
     }
-  }
-}
-
-// The 16 pixels at x of `row` moved by u quarter pixels (HShift) when u is fractional.
-template <class V>
-void ShiftedRow(const uint8_t* row, int64_t x, int32_t u, uint8_t* out) {
-  const int32_t s = -u;
-  const uint8_t* at = row + x + (s >> 2);
-  for (int64_t h = 0; h < 16; h += V::kBytes / 2) {
-    V::StoreNarrow(out + h, Taps4<V>(kHq[s & 3], at + h - 1, at + h, at + h + 1, at + h + 2));
+    const uint8_t* row = d.Row(j);
+    for (int64_t q = 1; q < 4; ++q) {
+      Taps4Row<V>(kHq[q], row - 1, row, row + 1, row + 2, from, to, d.Shifted(q, j));
+    }
   }
 }
 
@@ -88,10 +107,8 @@ uint32_t BlockSad(const uint8_t* const* a, const uint8_t* const* b, bool masked,
   return V::SumSad(acc);
 }
 
-// A block's SADs at fractional vectors (the reference's BlockCost) for stages 2 and 3. Rows are
-// pointers: into the padded planes where no filter is needed, else into filtered rows kept by
-// (u, m) for the moved other field and by phase for the kept field, which neighbouring
-// candidates share. Rows past the field's end point both sides at zeros.
+// A block's SADs at fractional vectors (the reference's BlockCost) for stages 2 and 3, all rows
+// from the padded planes. Rows past the field's end point both sides at zeros.
 template <class V>
 class FractionalCosts {
  public:
@@ -102,68 +119,27 @@ class FractionalCosts {
     mask_ = V::Load(pattern);
   }
 
-  uint32_t operator()(int32_t u, int32_t v) {
+  uint32_t operator()(int32_t u, int32_t v) const {
     const Split sv = SplitV(v);
-    return BlockSad<V>(Moved(u, sv.m), Kept(sv.f + 4), masked_, mask_);
+    const int64_t ph = sv.f + 4;
+    const uint8_t *moved[kBlockH], *kept[kBlockH];
+    for (int64_t r = 0; r < kBlockH; ++r) {
+      const int64_t i = i0_ + r;
+      if (r >= rows_) {
+        moved[r] = kept[r] = kValidBytes + 32;
+      } else {
+        moved[r] = d_.Moved(i - sv.m, u) + x_;
+        kept[r] = (ph == 0 ? d_.Kept(i) : d_.Between(ph, i)) + x_;
+      }
+    }
+    return BlockSad<V>(moved, kept, masked_, mask_);
   }
 
  private:
-  static constexpr int kSlots = 16;  // stages 2 and 3 try 16 candidates
-
-  const uint8_t* const* Moved(int32_t u, int32_t m) {
-    const int32_t key = u * 8 + m;
-    for (int k = 0; k < moved_count_; ++k) {
-      if (moved_key_[k] == key) return moved_rows_[k];
-    }
-    const int k = moved_count_++;
-    moved_key_[k] = key;
-    for (int64_t r = 0; r < kBlockH; ++r) {
-      const uint8_t* row = d_.Other(i0_ + r - m);
-      if (r >= rows_) {
-        moved_rows_[k][r] = kValidBytes + 32;
-      } else if ((u & 3) == 0) {
-        moved_rows_[k][r] = row + x_ - (u >> 2);
-      } else {
-        ShiftedRow<V>(row, x_, u, moved_[k][r]);
-        moved_rows_[k][r] = moved_[k][r];
-      }
-    }
-    return moved_rows_[k];
-  }
-
-  const uint8_t* const* Kept(int32_t ph) {
-    if ((kept_ready_ & (1u << ph)) == 0) {
-      kept_ready_ |= 1u << ph;
-      for (int64_t r = 0; r < kBlockH; ++r) {
-        const int64_t i = i0_ + r;
-        if (r >= rows_) {
-          kept_rows_[ph][r] = kValidBytes + 32;
-        } else if (ph == 0 || ph == 4) {
-          kept_rows_[ph][r] = (ph == 0 ? d_.Kept(i) : d_.Mid(i)) + x_;
-        } else {
-          for (int64_t h = 0; h < 16; h += V::kBytes / 2) {
-            V::StoreNarrow(kept_[ph][r] + h,
-                           Taps4<V>(kVe[ph], d_.Kept(i - 1) + x_ + h, d_.Kept(i) + x_ + h,
-                                    d_.Kept(i + 1) + x_ + h, d_.Kept(i + 2) + x_ + h));
-          }
-          kept_rows_[ph][r] = kept_[ph][r];
-        }
-      }
-    }
-    return kept_rows_[ph];
-  }
-
   const Padded& d_;
   int64_t i0_, rows_, x_;
   bool masked_;
   typename V::R mask_;
-  int moved_count_ = 0;
-  uint32_t kept_ready_ = 0;
-  int32_t moved_key_[kSlots];
-  const uint8_t* moved_rows_[kSlots][kBlockH];
-  const uint8_t* kept_rows_[8][kBlockH];
-  alignas(32) uint8_t moved_[kSlots][kBlockH][16];
-  alignas(32) uint8_t kept_[8][kBlockH][16];
 };
 
 // Stage 1 for one block row: costs[bx * kCandidates + k] for every integer candidate k and,
@@ -227,8 +203,7 @@ void SearchPadded(const Padded& d, BlockField& f, uint32_t* costs) {
   }
 }
 
-// A block's rebuilt samples (RebuildSample), rows of 16 at out. The moved other field is made
-// once for the block's rows and the one above and below, which the taps share.
+// A block's rebuilt samples (RebuildSample), rows of 16 at out.
 template <class V>
 void RebuildBlock(const Padded& d, int64_t i0, int64_t rows, int64_t x, int32_t u, int32_t v,
                   int32_t t, uint8_t* out, int64_t out_stride) {
@@ -236,15 +211,8 @@ void RebuildBlock(const Padded& d, int64_t i0, int64_t rows, int64_t x, int32_t 
   const Split sv = SplitV(v);
   const int32_t* w = kRw[sv.f + 4];
   const uint8_t* moved[kBlockH + 2];
-  alignas(32) uint8_t filtered[kBlockH + 2][16];
   for (int64_t k = 0; k < rows + 2; ++k) {
-    const uint8_t* row = d.Other(Clamp64(i0 - 1 + k, 0, d.other - 1) - sv.m);
-    if ((u & 3) == 0) {
-      moved[k] = row + x - (u >> 2);
-    } else {
-      ShiftedRow<V>(row, x, u, filtered[k]);
-      moved[k] = filtered[k];
-    }
+    moved[k] = d.Moved(Clamp64(i0 - 1 + k, 0, d.other - 1) - sv.m, u) + x;
   }
   const R w01 = V::SetPair(w[0], w[1]), w23 = V::SetPair(w[2], w[3]);
   const R w45 = V::SetPair(w[4], w[5]), w6r = V::SetPair(w[6], 32), one = V::Set16(1);
@@ -307,7 +275,7 @@ Status Cavt(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_step
   const Plane first = PlaneOf(src, src_step, roi, 0);
   const int64_t stride = PaddedStride(first.width);
   const int64_t cols = (first.width + kBlockW - 1) / kBlockW;
-  const int64_t plane_bytes = (2 * first.other + first.kept) * stride;
+  const int64_t plane_bytes = (Padded::kRowsPerOther * first.other + first.kept) * stride;
   const int64_t cost_bytes = cols * kCandidates * 4;
   MotionFields fields(roi, plane_bytes + cost_bytes + kBlockH * stride);
   if (!fields.Ready()) {

@@ -70,6 +70,9 @@ struct Lanes {
   static R PackS32(R lo, R hi) { return _mm_packs_epi32(lo, hi); }
   static R Unpack16Lo(R a, R b) { return _mm_unpacklo_epi16(a, b); }
   static R Unpack16Hi(R a, R b) { return _mm_unpackhi_epi16(a, b); }
+  static R Unpack8Lo(R a, R b) { return _mm_unpacklo_epi8(a, b); }
+  static R Unpack8Hi(R a, R b) { return _mm_unpackhi_epi8(a, b); }
+  static R MaddU8S8(R a, R b) { return _mm_maddubs_epi16(a, b); }
 };
 
 }  // namespace
