@@ -123,6 +123,17 @@ class FractionalCosts {
     const Split sv = SplitV(v);
     const int64_t ph = sv.f + 4;
     const uint8_t *moved[kBlockH], *kept[kBlockH];
+    const int64_t j0 = i0_ - sv.m;
+    if (rows_ == kBlockH && j0 >= 0 && j0 + kBlockH <= d_.other) {
+      // Nothing clamped: consecutive rows of each plane.
+      const uint8_t* m0 = d_.Moved(j0, u) + x_;
+      const uint8_t* k0 = (ph == 0 ? d_.Kept(i0_) : d_.Between(ph, i0_)) + x_;
+      for (int64_t r = 0; r < kBlockH; ++r) {
+        moved[r] = m0 + r * d_.stride;
+        kept[r] = k0 + r * d_.stride;
+      }
+      return BlockSad<V>(moved, kept, masked_, mask_);
+    }
     for (int64_t r = 0; r < kBlockH; ++r) {
       const int64_t i = i0_ + r;
       if (r >= rows_) {
