@@ -57,21 +57,29 @@ static inline void SplitRow(const uint8_t* src, int64_t width, uint8_t* row, int
 // A pair of filter taps as maddubs weights.
 static inline int32_t BytePair(int32_t low, int32_t high) { return high * 256 + (low & 255); }
 
-// Four taps over 64 on whole registers of samples, rounded and clipped. Sample pairs times
-// weight pairs stay within 16 bits: no filter's positive weights add up to more than 72.
-template <class V>
-void Taps4Row(const int32_t* w, const uint8_t* a, const uint8_t* b, const uint8_t* c,
-              const uint8_t* d, int64_t from, int64_t to, uint8_t* out) {
+// n four-tap filters over 64 (w[k], into out[k]) on the same samples, whole registers at a
+// time, rounded and clipped; the sample pairs are made once for all. Sample pairs times weight
+// pairs stay within 16 bits: no filter's positive weights add up to more than 72.
+template <class V, int64_t n>
+void Taps4Rows(const int32_t (*w)[4], const uint8_t* a, const uint8_t* b, const uint8_t* c,
+               const uint8_t* d, int64_t from, int64_t to, uint8_t* const* out) {
   using R = typename V::R;
-  const R w01 = V::Set16(BytePair(w[0], w[1])), w23 = V::Set16(BytePair(w[2], w[3]));
+  R w01[n], w23[n];
+  for (int64_t k = 0; k < n; ++k) {
+    w01[k] = V::Set16(BytePair(w[k][0], w[k][1]));
+    w23[k] = V::Set16(BytePair(w[k][2], w[k][3]));
+  }
   const R round = V::Set16(32);
   for (int64_t x = from; x < to; x += V::kBytes) {
     const R ra = V::Load(a + x), rb = V::Load(b + x), rc = V::Load(c + x), rd = V::Load(d + x);
-    const R lo =
-        V::Add16(V::MaddU8S8(V::Unpack8Lo(ra, rb), w01), V::MaddU8S8(V::Unpack8Lo(rc, rd), w23));
-    const R hi =
-        V::Add16(V::MaddU8S8(V::Unpack8Hi(ra, rb), w01), V::MaddU8S8(V::Unpack8Hi(rc, rd), w23));
-    V::Store(out + x, V::PackU16(V::Sra16x6(V::Add16(lo, round)), V::Sra16x6(V::Add16(hi, round))));
+    const R ab_lo = V::Unpack8Lo(ra, rb), cd_lo = V::Unpack8Lo(rc, rd);
+    const R ab_hi = V::Unpack8Hi(ra, rb), cd_hi = V::Unpack8Hi(rc, rd);
+    for (int64_t k = 0; k < n; ++k) {
+      const R lo = V::Add16(V::MaddU8S8(ab_lo, w01[k]), V::MaddU8S8(cd_lo, w23[k]));
+      const R hi = V::Add16(V::MaddU8S8(ab_hi, w01[k]), V::MaddU8S8(cd_hi, w23[k]));
+      V::Store(out[k] + x,
+               V::PackU16(V::Sra16x6(V::Add16(lo, round)), V::Sra16x6(V::Add16(hi, round))));
+    }
   }
 }
 
@@ -83,14 +91,13 @@ void FillPlane(const Plane& p, const Padded& d) {
   // block's end plus the widest offset.
   const int64_t from = -8, to = d.stride - kPadLeft - V::kBytes - 2;
   for (int64_t j = 0; j < p.other; ++j) {
-    for (int64_t ph = 1; ph < 8; ++ph) {
-      Taps4Row<V>(kVe[ph], d.Kept(j - 1), d.Kept(j), d.Kept(j + 1), d.Kept(j + 2), from, to,
-                  d.Between(ph, j));
-    }
+    uint8_t* between[7];
+    for (int64_t ph = 1; ph < 8; ++ph) between[ph - 1] = d.Between(ph, j);
+    Taps4Rows<V, 7>(kVe + 1, d.Kept(j - 1), d.Kept(j), d.Kept(j + 1), d.Kept(j + 2), from, to,
+                    between);
+    uint8_t* shifted[3] = {d.Shifted(1, j), d.Shifted(2, j), d.Shifted(3, j)};
     const uint8_t* row = d.Row(j);
-    for (int64_t q = 1; q < 4; ++q) {
-      Taps4Row<V>(kHq[q], row - 1, row, row + 1, row + 2, from, to, d.Shifted(q, j));
-    }
+    Taps4Rows<V, 3>(kHq + 1, row - 1, row, row + 1, row + 2, from, to, shifted);
   }
 }
 
