@@ -16,14 +16,18 @@
  * same way. The top field is the even rows 0, 2, 4, ..., the bottom field the odd rows. Nothing
  * is checked and nothing is reported; temp must hold 3 * width * height bytes. */
 
-/* Content-adaptive, vertical-temporal: keeps the top field and rebuilds the bottom rows. A bottom
- * sample equal to the kept sample above or below stays (so a frame whose two fields are equal
- * comes back unchanged); any other becomes the mean of the kept samples above and below plus the
- * bottom field's own vertical detail, (2 o - u - d) / 8 with u, d the bottom samples two rows up
- * and down, that detail limited to +-threshold levels. The threshold is how much detail of the
- * other field (captured half a frame later) is trusted against plain interpolation: 0 interpolates,
- * 64 takes the detail whole; 4 to 64 gives good pictures, 16 to 32 the best on moving pictures.
- * The result ends in the frame and in temp. */
+/* Content-adaptive, motion-compensated: keeps the top field and rebuilds the bottom rows. Each
+ * colour is cut into blocks of 16 x 16 pixels; each block finds how far (to a quarter pixel and a
+ * quarter row, within about 4 pixels and 3 rows) its bottom field moved against its top field,
+ * the vectors of neighbouring blocks are smoothed by their median, and each bottom sample is
+ * rebuilt from the four nearest top rows and the moved bottom field. The rebuilt sample is then
+ * kept within threshold levels of the range of the top samples directly above and below it: 0
+ * keeps it inside that range, 65535 trusts the moved field whole; 8 to 16 gives the best pictures
+ * on moving material, 4 to 64 good ones. A block whose bottom rows copy the top rows above (or
+ * below) keeps them, so a frame whose two fields are equal comes back unchanged. Should memory
+ * for the block vectors run out, the bottom rows are rebuilt from the columns alone: the mean of
+ * the top samples above and below plus the bottom field's own vertical detail, limited to
+ * +-threshold. The result ends in the frame and in temp. */
 FRAMEKIT_EXPORT void EffectDeinterlaceCAVT(uint8_t* frame, int32_t width, int32_t height,
                                            uint8_t* temp, uint16_t threshold) FRAMEKIT_NOEXCEPT;
 

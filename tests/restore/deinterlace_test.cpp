@@ -194,20 +194,41 @@ TEST(Deinterlace, WorkedExamples) {
     const auto run = [&](Bytes f) { return Triangle(f, 1, h(t.in), t.cw); };
     EXPECT_EQ(Column(t.in, run), t.out) << "centre weight " << t.cw;
   }
-  // CAVT: a bottom sample equal to a kept neighbour stays; others become the kept rows' mean
-  // plus the other field's detail (2 o - u - d + 4) >> 3 within +-threshold.
+  // CAVT on two rows: no motion to find, so the rebuilt row is the other field itself, kept
+  // within the threshold of the range of the kept rows around it.
   const struct {
     std::vector<int> in;
     uint16_t t;
     std::vector<int> out;
-  } cavts[] = {{{100, 130, 110, 85, 120}, 20, {100, 111, 110, 109, 120}},  // details 6, -6
-               {{100, 130, 110, 85, 120}, 3, {100, 108, 110, 112, 120}},
-               {{100, 130, 110, 85, 120}, 0, {100, 105, 110, 115, 120}},
-               {{100, 100, 110, 255}, 200, {100, 100, 110, 129}},  // the last row: detail 19
-               {{100, 80}, 19, {100, 100}}};
+  } cavts[] = {{{100, 80}, 0, {100, 100}},
+               {{100, 80}, 19, {100, 81}},
+               {{100, 80}, 65535, {100, 80}},
+               {{100, 130}, 20, {100, 120}},
+               {{100, 110}, 20, {100, 110}}};
   for (const auto& c : cavts) {
     const auto run = [&](Bytes f) { return Cavt(f, 1, h(c.in), c.t); };
     EXPECT_EQ(Column(c.in, run), c.out) << "threshold " << c.t;
+  }
+  // A picture panned sideways between the fields: the bottom rows are the top rows moved s
+  // pixels (flat where the move reaches the edges), so every rebuilt row is the top row again,
+  // even with the other field trusted whole.
+  for (const int s : {3, -2, 4}) {
+    const int32_t w = 32, rows = 6;
+    const auto top = [](int x, int c) {
+      return static_cast<uint8_t>(x >= 8 && x < 24 ? (37 * x + 11 * c) % 200 + 30 : 50 + c);
+    };
+    Bytes panned(3 * w * rows), still(panned.size());
+    for (int y = 0; y < rows; ++y) {
+      for (int x = 0; x < w; ++x) {
+        for (int c = 0; c < 3; ++c) {
+          const int from = y % 2 == 0 ? x : std::clamp(x - s, 0, w - 1);
+          panned[static_cast<size_t>(3 * (w * y + x) + c)] = top(from, c);
+          still[static_cast<size_t>(3 * (w * y + x) + c)] = top(x, c);
+        }
+      }
+    }
+    EXPECT_EQ(Cavt(panned, w, rows, 65535), still) << "moved " << s;
+    EXPECT_EQ(Cavt(panned, w, rows, 16), still) << "moved " << s;
   }
   // Blend: the current frame's top field still, the bottom fields 100 (frame1) and 110
   // (frame2), so m = 10; the top rows 60 and 90 give a mean of 75.
@@ -246,6 +267,35 @@ bool g_fail = false;
 void* Allocate(size_t n) {
   ++g_allocations;
   return g_fail ? nullptr : std::malloc(n);
+}
+
+// Without room for its vectors CAVT still rebuilds every bottom row, vertically: a bottom
+// sample equal to a kept neighbour stays; others become the kept rows' mean plus the other
+// field's detail (2 o - u - d + 4) >> 3 within +-threshold.
+TEST(Deinterlace, CavtWithoutVectorStorageRebuildsVertically) {
+  const struct {
+    std::vector<int> in;
+    uint16_t t;
+    std::vector<int> out;
+  } cavts[] = {{{100, 130, 110, 85, 120}, 20, {100, 111, 110, 109, 120}},  // details 6, -6
+               {{100, 130, 110, 85, 120}, 3, {100, 108, 110, 112, 120}},
+               {{100, 130, 110, 85, 120}, 0, {100, 105, 110, 115, 120}},
+               {{100, 100, 110, 255}, 200, {100, 100, 110, 129}},  // the last row: detail 19
+               {{100, 80}, 19, {100, 100}}};
+  prim::SetAllocationHooks(&Allocate, &std::free);
+  for (const auto& c : cavts) {
+    const auto run = [&](Bytes f) { return Cavt(f, 1, static_cast<int32_t>(c.in.size()), c.t); };
+    g_fail = true;
+    g_allocations = 0;
+    EXPECT_EQ(Column(c.in, run), c.out) << "threshold " << c.t;
+    EXPECT_EQ(g_allocations, 1);
+    g_fail = false;
+    EXPECT_NE(Column(c.in, run), c.out) << "threshold " << c.t << " with its vectors";
+  }
+  g_allocations = 0;
+  Cavt(Random(9, 1, "deinterlace/one-row"), 9, 1, 16);
+  EXPECT_EQ(g_allocations, 0) << "a single row is copied";
+  prim::SetAllocationHooks(nullptr, nullptr);
 }
 
 TEST(Deinterlace, ChecksAndTheBlendStateLife) {

@@ -69,8 +69,8 @@ std::vector<DemoStep> RestoreSteps(const Image& original) {
                 "Teeth removed: each bottom sample clamped between the kept samples above and "
                 "below (their median).");
   on_interlaced("EffectDeinterlaceCAVT", cavt, 16,
-                "The bottom rows rebuilt from the kept rows and at most 16 levels of the bottom "
-                "field's own vertical detail.");
+                "The bottom field moved back by each block's pan vector and blended with the "
+                "kept rows, at most 16 levels outside the kept samples above and below.");
   steps.push_back(
       {"EffectDeinterlaceBlend",
        "frame1, frame2, frame3, dst, " + size + ", " + std::to_string(original.stride) + ", " +

@@ -1,18 +1,24 @@
-// Deinterlacing filters on one-channel 8-bit images. Every tap is vertical, so an RGB24 row
-// handed over as a one-channel row three times as wide is filtered as three independent planes.
-// The top field is the even rows 0, 2, 4, ..., the bottom field the odd rows. (Edge-directed
-// interpolation was tried for the rebuilt rows and measured worse than these vertical filters
-// on panned and zoomed photographs: bench/quality/deinterlace_quality.py.)
+// Deinterlacing filters on one-channel 8-bit images. The top field is the even rows 0, 2, 4,
+// ..., the bottom field the odd rows. The triangle and the blend have only vertical taps, so an
+// RGB24 row handed over as a one-channel row three times as wide is filtered as three
+// independent planes; CAVT reads the image as those three interleaved planes (sample i in plane
+// i % 3, whatever the width) and searches each on its own.
 //
 //   ippiDeinterlaceFilterCAVT_8u_C1R  one frame; keeps the top field and rebuilds each bottom
-//       row. A bottom sample o with c, e the kept samples above and below (e = c on a last row)
-//       and u, d the bottom samples two rows up and down (o where there is none): o stays
-//       where it equals c or e (a picture whose two fields are equal comes back unchanged);
-//       elsewhere it becomes the kept rows' mean (c + e + 1) >> 1 plus the other field's
-//       vertical detail (2 o - u - d + 4) >> 3, that detail limited to +-threshold. The
-//       threshold, in sample levels, is how much detail of the other field (half a frame
-//       later) is trusted against the kept field's interpolation: 0 interpolates, 64 or more
-//       takes the detail whole; 4 to 64 gives good pictures, 16 the best on moving pictures.
+//       row from both fields after motion compensation (deinterlace_motion.h). Each plane is cut
+//       into blocks of 16 x 8 bottom samples; each block gets the vector, in quarter pixels and
+//       quarter rows, that best maps the bottom field onto the top field (the least sum of
+//       absolute differences: whole pixels and rows within +-4 and +-3, then half and quarter
+//       steps around the best), and the vectors are smoothed by the median of the 5 x 5 blocks
+//       around. A missing sample is then a 7-tap blend of the four nearest kept rows and the
+//       moved bottom field, its weights chosen by the vector's vertical phase, brought within
+//       threshold of the range of the kept samples c above and e below (e = c on a last row) and
+//       clamped to 0..255. The threshold is that margin in sample levels: 0 keeps every rebuilt
+//       sample between c and e, 65535 trusts the moved field whole; 8 to 16 is best on moving
+//       pictures, 4 to 64 good. A block whose bottom rows copy the kept rows above (or below)
+//       keeps them, so a line-doubled picture comes back unchanged. A single row is copied.
+//       Should the vectors' storage (one small allocation a call) fail, the bottom rows are
+//       rebuilt vertically instead (CavtSample): the call still succeeds with a full picture.
 //   ippiDeinterlaceFilterTriangle_8u_C1R  keeps the top field; a bottom sample x with the kept
 //       samples a, b above and below (b = a on a last row) is a comb tooth by e = x - clamp(x,
 //       min(a, b), max(a, b)), and becomes x - round(e (256 - centreWeight) / 256) (halves
@@ -128,8 +134,10 @@ static inline BottomRows BottomRowsAt(const uint8_t* src, int32_t step, int64_t 
           row(y + 2 < h ? y + 2 : y)};
 }
 
-// CAVT: a bottom sample o between kept samples c and e, with u and d the bottom samples two
-// rows up and down; t the threshold (0..255 suffices: the detail never exceeds 64).
+// CAVT without motion: a bottom sample o between kept samples c and e, with u and d the bottom
+// samples two rows up and down, stays where it equals c or e and is otherwise the kept samples'
+// mean plus the detail (2 o - u - d + 4) >> 3 within +-t (0..255 suffices: the detail never
+// exceeds 64).
 static inline uint8_t CavtSample(int32_t o, int32_t c, int32_t e, int32_t u, int32_t d, int32_t t) {
   if (o == c || o == e) return static_cast<uint8_t>(o);
   const int32_t detail = Clamp((2 * o - u - d + 4) >> 3, -t, t);

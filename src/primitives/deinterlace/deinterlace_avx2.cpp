@@ -1,9 +1,11 @@
-// Deinterlacers, AVX2 level: class 6. 32 samples a step (deinterlace_body.h); row tails go through
-// the per-sample formulas.
+// Deinterlacers, AVX2 level: class 6. Triangle and blend: 32 samples a step (deinterlace_body.h),
+// row tails through the per-sample formulas. CAVT: two block rows of 16 pixels a SAD register
+// over padded planes, tails masked (deinterlace_cavt_body.h).
 #include <immintrin.h>
 
 #include "primitives/deinterlace/deinterlace.h"
 #include "primitives/deinterlace/deinterlace_body.h"
+#include "primitives/deinterlace/deinterlace_cavt_body.h"
 
 namespace framekit::prim::avx2 {
 namespace {
@@ -44,13 +46,43 @@ struct Lanes {
   static R Shr16x8(R a) { return _mm256_srli_epi16(a, 8); }
   static R Sra16x3(R a) { return _mm256_srai_epi16(a, 3); }
   static R Sra16x4(R a) { return _mm256_srai_epi16(a, 4); }
+  static R LoadWide(const uint8_t* p) {
+    return _mm256_cvtepu8_epi16(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
+  }
+  static void StoreNarrow(uint8_t* p, R v) {
+    const R packed = _mm256_permute4x64_epi64(_mm256_packus_epi16(v, v), 0x08);
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(p), _mm256_castsi256_si128(packed));
+  }
+  static R Sra16x6(R a) { return _mm256_srai_epi16(a, 6); }
+  static R LoadRows(const uint8_t* const* rows) {
+    return _mm256_loadu2_m128i(reinterpret_cast<const __m128i*>(rows[1]),
+                               reinterpret_cast<const __m128i*>(rows[0]));
+  }
+  static R Sad(R a, R b) { return _mm256_sad_epu8(a, b); }
+  static R Add64(R a, R b) { return _mm256_add_epi64(a, b); }
+  static uint32_t SumSad(R a) {
+    const __m128i s = _mm_add_epi32(_mm256_castsi256_si128(a), _mm256_extracti128_si256(a, 1));
+    return static_cast<uint32_t>(_mm_cvtsi128_si32(_mm_add_epi32(s, _mm_srli_si128(s, 8))));
+  }
+  static R SetPair(int32_t low, int32_t high) {
+    return _mm256_set1_epi32(PairWord(static_cast<int16_t>(low), static_cast<int16_t>(high)));
+  }
+  static R Madd16(R a, R b) { return _mm256_madd_epi16(a, b); }
+  static R Add32(R a, R b) { return _mm256_add_epi32(a, b); }
+  static R Sra32x6(R a) { return _mm256_srai_epi32(a, 6); }
+  static R PackS32(R lo, R hi) { return _mm256_packs_epi32(lo, hi); }
+  static R Unpack16Lo(R a, R b) { return _mm256_unpacklo_epi16(a, b); }
+  static R Unpack16Hi(R a, R b) { return _mm256_unpackhi_epi16(a, b); }
+  static R Unpack8Lo(R a, R b) { return _mm256_unpacklo_epi8(a, b); }
+  static R Unpack8Hi(R a, R b) { return _mm256_unpackhi_epi8(a, b); }
+  static R MaddU8S8(R a, R b) { return _mm256_maddubs_epi16(a, b); }
 };
 
 }  // namespace
 
 Status ippiDeinterlaceFilterCAVT_8u_C1R(const uint8_t* src, int32_t src_step, uint8_t* dst,
                                         int32_t dst_step, uint16_t threshold, Size roi) {
-  return deinterlace::Cavt<Lanes>(src, src_step, dst, dst_step, threshold, roi);
+  return cavt::Cavt<Lanes>(src, src_step, dst, dst_step, threshold, roi);
 }
 
 Status ippiDeinterlaceFilterTriangle_8u_C1R(const uint8_t* src, int32_t src_step, uint8_t* dst,

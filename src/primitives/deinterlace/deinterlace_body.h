@@ -1,7 +1,8 @@
-// The vector bodies of the deinterlacers, one template for every level. V supplies N-byte
-// registers (V::R) and the byte and 16-bit lane operations below; every result is the
-// reference's integer, lane by lane. Rows are walked N samples a step; the tail shorter than a
-// register goes through the per-sample formulas of deinterlace.h.
+// The triangle's and the blend's vector bodies, one template for every level (CAVT's is in
+// deinterlace_cavt_body.h). V supplies N-byte registers (V::R) and the byte and 16-bit lane
+// operations below; every result is the reference's integer, lane by lane. Rows are walked N
+// samples a step; the tail shorter than a register goes through the per-sample formulas of
+// deinterlace.h.
 #pragma once
 
 #include <cstdint>
@@ -31,41 +32,6 @@ void WalkRow(int64_t w, Vector vector, Scalar scalar) {
 template <class V, class Half, class... Bytes>
 typename V::R ByHalves(Half half, Bytes... bytes) {
   return V::PackU16(half(V::Low16(bytes)...), half(V::High16(bytes)...));
-}
-
-template <class V>
-Status Cavt(const uint8_t* src, int32_t src_step, uint8_t* dst, int32_t dst_step,
-            uint16_t threshold, Size roi) {
-  using R = typename V::R;
-  if (const Status s = CheckTwo(src, dst, roi); s != ippStsNoErr) return s;
-  const int64_t w = roi.width, h = roi.height;
-  const int32_t t = threshold < 255 ? threshold : 255;
-  const R limit = V::Set16(t), minus_limit = V::Set16(-t), four = V::Set16(4);
-  for (int64_t y = 0; y < h; ++y) {
-    const uint8_t* o = RowAt(src, src_step, y);
-    uint8_t* out = RowAt(dst, dst_step, y);
-    if (y % 2 == 0) {
-      std::memcpy(out, o, static_cast<size_t>(w));
-      continue;
-    }
-    const BottomRows r = BottomRowsAt(src, src_step, y, h);
-    WalkRow<V>(
-        w,
-        [&](int64_t i) {
-          const R oi = V::Load(o + i), ci = V::Load(r.c + i), ei = V::Load(r.e + i);
-          const R rebuilt = ByHalves<V>(
-              [&](R o16, R u16, R d16, R s16) {
-                const R detail =
-                    V::Sra16x3(V::Add16(V::Sub16(V::Sub16(V::Add16(o16, o16), u16), d16), four));
-                return V::Add16(s16, V::Max16(V::Min16(detail, limit), minus_limit));
-              },
-              oi, V::Load(r.u + i), V::Load(r.d + i), V::AvgU8(ci, ei));
-          const R keep = V::Or(V::Eq8(oi, ci), V::Eq8(oi, ei));
-          V::Store(out + i, V::Select(keep, oi, rebuilt));
-        },
-        [&](int64_t i) { out[i] = CavtSample(o[i], r.c[i], r.e[i], r.u[i], r.d[i], t); });
-  }
-  return ippStsNoErr;
 }
 
 template <class V>

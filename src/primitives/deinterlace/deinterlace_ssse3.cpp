@@ -1,9 +1,11 @@
-// Deinterlacers, SSSE3 level: classes 2 to 5. 16 samples a step (deinterlace_body.h); the row ends
-// and tails go through the per-sample formulas.
+// Deinterlacers, SSSE3 level: classes 2 to 5. Triangle and blend: 16 samples a step
+// (deinterlace_body.h), the row ends and tails through the per-sample formulas. CAVT: one block
+// row of 16 pixels a SAD register over padded planes, tails masked (deinterlace_cavt_body.h).
 #include <immintrin.h>
 
 #include "primitives/deinterlace/deinterlace.h"
 #include "primitives/deinterlace/deinterlace_body.h"
+#include "primitives/deinterlace/deinterlace_cavt_body.h"
 
 namespace framekit::prim::ssse3 {
 namespace {
@@ -46,13 +48,38 @@ struct Lanes {
   static R Shr16x8(R a) { return _mm_srli_epi16(a, 8); }
   static R Sra16x3(R a) { return _mm_srai_epi16(a, 3); }
   static R Sra16x4(R a) { return _mm_srai_epi16(a, 4); }
+  static R LoadWide(const uint8_t* p) {
+    return _mm_unpacklo_epi8(_mm_loadl_epi64(reinterpret_cast<const R*>(p)), Zero());
+  }
+  static void StoreNarrow(uint8_t* p, R v) {
+    _mm_storel_epi64(reinterpret_cast<R*>(p), _mm_packus_epi16(v, v));
+  }
+  static R Sra16x6(R a) { return _mm_srai_epi16(a, 6); }
+  static R LoadRows(const uint8_t* const* rows) { return Load(rows[0]); }
+  static R Sad(R a, R b) { return _mm_sad_epu8(a, b); }
+  static R Add64(R a, R b) { return _mm_add_epi64(a, b); }
+  static uint32_t SumSad(R a) {
+    return static_cast<uint32_t>(_mm_cvtsi128_si32(_mm_add_epi32(a, _mm_srli_si128(a, 8))));
+  }
+  static R SetPair(int32_t low, int32_t high) {
+    return _mm_set1_epi32(PairWord(static_cast<int16_t>(low), static_cast<int16_t>(high)));
+  }
+  static R Madd16(R a, R b) { return _mm_madd_epi16(a, b); }
+  static R Add32(R a, R b) { return _mm_add_epi32(a, b); }
+  static R Sra32x6(R a) { return _mm_srai_epi32(a, 6); }
+  static R PackS32(R lo, R hi) { return _mm_packs_epi32(lo, hi); }
+  static R Unpack16Lo(R a, R b) { return _mm_unpacklo_epi16(a, b); }
+  static R Unpack16Hi(R a, R b) { return _mm_unpackhi_epi16(a, b); }
+  static R Unpack8Lo(R a, R b) { return _mm_unpacklo_epi8(a, b); }
+  static R Unpack8Hi(R a, R b) { return _mm_unpackhi_epi8(a, b); }
+  static R MaddU8S8(R a, R b) { return _mm_maddubs_epi16(a, b); }
 };
 
 }  // namespace
 
 Status ippiDeinterlaceFilterCAVT_8u_C1R(const uint8_t* src, int32_t src_step, uint8_t* dst,
                                         int32_t dst_step, uint16_t threshold, Size roi) {
-  return deinterlace::Cavt<Lanes>(src, src_step, dst, dst_step, threshold, roi);
+  return cavt::Cavt<Lanes>(src, src_step, dst, dst_step, threshold, roi);
 }
 
 Status ippiDeinterlaceFilterTriangle_8u_C1R(const uint8_t* src, int32_t src_step, uint8_t* dst,
