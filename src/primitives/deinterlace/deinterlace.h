@@ -17,8 +17,10 @@
 //       sample between c and e, 65535 trusts the moved field whole; 8 to 16 is best on moving
 //       pictures, 4 to 64 good. A block whose bottom rows copy the kept rows above (or below)
 //       keeps them, so a line-doubled picture comes back unchanged. A single row is copied.
-//       Should the vectors' storage (one small allocation a call) fail, the bottom rows are
-//       rebuilt vertically instead (CavtSample): the call still succeeds with a full picture.
+//       Should its storage fail (one allocation a call: the block vectors, and for the vector
+//       bodies every filtered phase of one plane, about twice the image's bytes), the bottom
+//       rows are rebuilt vertically instead (CavtSample): the call still succeeds with a full
+//       picture.
 //   ippiDeinterlaceFilterTriangle_8u_C1R  keeps the top field; a bottom sample x with the kept
 //       samples a, b above and below (b = a on a last row) is a comb tooth by e = x - clamp(x,
 //       min(a, b), max(a, b)), and becomes x - round(e (256 - centreWeight) / 256) (halves
