@@ -17,13 +17,11 @@ struct Lanes {
   static void Store(uint8_t* p, R v) { _mm256_storeu_si256(reinterpret_cast<R*>(p), v); }
   static R Zero() { return _mm256_setzero_si256(); }
   static R Ones() { return _mm256_set1_epi32(-1); }
-  static R Set8(uint8_t v) { return _mm256_set1_epi8(static_cast<char>(v)); }
   static R Set16(int32_t v) { return _mm256_set1_epi16(static_cast<int16_t>(v)); }
   static R And(R a, R b) { return _mm256_and_si256(a, b); }
   static R Or(R a, R b) { return _mm256_or_si256(a, b); }
   static R Not(R a) { return _mm256_xor_si256(a, Ones()); }
   static R Select(R m, R a, R b) { return _mm256_blendv_epi8(b, a, m); }
-  static R Eq8(R a, R b) { return _mm256_cmpeq_epi8(a, b); }
   static R MinU8(R a, R b) { return _mm256_min_epu8(a, b); }
   static R MaxU8(R a, R b) { return _mm256_max_epu8(a, b); }
   static R SubsU8(R a, R b) { return _mm256_subs_epu8(a, b); }
@@ -44,7 +42,6 @@ struct Lanes {
   static R Shl16x7(R a) { return _mm256_slli_epi16(a, 7); }
   static R Shl16x8(R a) { return _mm256_slli_epi16(a, 8); }
   static R Shr16x8(R a) { return _mm256_srli_epi16(a, 8); }
-  static R Sra16x3(R a) { return _mm256_srai_epi16(a, 3); }
   static R Sra16x4(R a) { return _mm256_srai_epi16(a, 4); }
   static R LoadWide(const uint8_t* p) {
     return _mm256_cvtepu8_epi16(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));

@@ -17,7 +17,6 @@ struct Lanes {
   static void Store(uint8_t* p, R v) { _mm_storeu_si128(reinterpret_cast<R*>(p), v); }
   static R Zero() { return _mm_setzero_si128(); }
   static R Ones() { return _mm_set1_epi32(-1); }
-  static R Set8(uint8_t v) { return _mm_set1_epi8(static_cast<char>(v)); }
   static R Set16(int32_t v) { return _mm_set1_epi16(static_cast<int16_t>(v)); }
   static R And(R a, R b) { return _mm_and_si128(a, b); }
   static R Or(R a, R b) { return _mm_or_si128(a, b); }
@@ -25,7 +24,6 @@ struct Lanes {
   static R Select(R m, R a, R b) {
     return _mm_or_si128(_mm_and_si128(m, a), _mm_andnot_si128(m, b));
   }
-  static R Eq8(R a, R b) { return _mm_cmpeq_epi8(a, b); }
   static R MinU8(R a, R b) { return _mm_min_epu8(a, b); }
   static R MaxU8(R a, R b) { return _mm_max_epu8(a, b); }
   static R SubsU8(R a, R b) { return _mm_subs_epu8(a, b); }
@@ -46,7 +44,6 @@ struct Lanes {
   static R Shl16x7(R a) { return _mm_slli_epi16(a, 7); }
   static R Shl16x8(R a) { return _mm_slli_epi16(a, 8); }
   static R Shr16x8(R a) { return _mm_srli_epi16(a, 8); }
-  static R Sra16x3(R a) { return _mm_srai_epi16(a, 3); }
   static R Sra16x4(R a) { return _mm_srai_epi16(a, 4); }
   static R LoadWide(const uint8_t* p) {
     return _mm_unpacklo_epi8(_mm_loadl_epi64(reinterpret_cast<const R*>(p)), Zero());
